@@ -9,7 +9,7 @@
 namespace krv {
 
 // The plug-in's own types, named here only so that the table has its 17 slots.
-class ImageList;
+struct ImageList;
 class PXGraphicsContext;
 class PXImage;
 struct PassRecord;
@@ -18,7 +18,7 @@ struct PassRecord;
 // 7 slot 1 may be called again.
 //
 // All operations need the host's OpenGL context current on the calling thread, always the same
-// context between slot 1 and slot 7, except slots 3, 10 and 11 and ReleaseKRVEffect after slot 7.
+// context between slot 1 and slot 7, except slots 3 and 11, and ReleaseKRVEffect after slot 7.
 // Released without slot 7, an instance must be released with that context current, or its GL
 // objects live on until the context ends.
 //
@@ -51,8 +51,8 @@ class KRVEffect {
   // Slots 8 and 9. Do nothing; 0.
   virtual int32_t Reserved8(EffectContext* context) = 0;
   virtual int32_t Reserved9(EffectContext* context) = 0;
-  // Slot 10 [gl-thread; also during another thread's slot 4 or 11]. Asks the context for every
-  // parameter at its frame index and stores the values. Slot 4 does it itself. 0, or 4.
+  // Slot 10 [gl-thread]. Asks the context for every parameter at its frame index and stores the
+  // values. Slot 4 does it itself. 0, or 4.
   virtual int32_t ApplyParameters(EffectContext* context) = 0;
   // Slot 11 [any-thread, also during slot 4]. Stores one value under a uniform's name for every
   // pass. The value is copied; texts are ignored. 0, or 4.

@@ -1,0 +1,62 @@
+#include "graphics/opengl/impl/gl_state.h"
+
+namespace krv::GL {
+namespace {
+
+constexpr std::array<GLenum, 6> kUnpackNames = {GL_UNPACK_ALIGNMENT,   GL_UNPACK_ROW_LENGTH,
+                                                GL_UNPACK_SKIP_PIXELS, GL_UNPACK_SKIP_ROWS,
+                                                GL_UNPACK_SWAP_BYTES,  GL_UNPACK_LSB_FIRST};
+constexpr std::array<GLenum, 6> kPackNames = {GL_PACK_ALIGNMENT,   GL_PACK_ROW_LENGTH,
+                                              GL_PACK_SKIP_PIXELS, GL_PACK_SKIP_ROWS,
+                                              GL_PACK_SWAP_BYTES,  GL_PACK_LSB_FIRST};
+
+void Enable(GLenum capability, bool enabled) {
+  if (enabled) {
+    glEnable(capability);
+  } else {
+    glDisable(capability);
+  }
+}
+
+}  // namespace
+
+ScopedDrawState::ScopedDrawState() {
+  for (size_t i = 0; i < kCapabilities.size(); ++i) {
+    enabled_[i] = glIsEnabled(kCapabilities[i]);
+    if (enabled_[i]) glDisable(kCapabilities[i]);
+  }
+  glGetBooleanv(GL_DEPTH_WRITEMASK, &depth_mask_);
+  glGetBooleanv(GL_COLOR_WRITEMASK, color_mask_.data());
+  glGetFloatv(GL_COLOR_CLEAR_VALUE, clear_color_.data());
+  glGetIntegerv(GL_VIEWPORT, viewport_.data());
+  glDepthMask(GL_FALSE);
+  glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+  if (glad_glBindVertexArray != nullptr) {
+    glGetIntegerv(GL_VERTEX_ARRAY_BINDING, &vertex_array_);
+    if (vertex_array_ != 0) glBindVertexArray(0);
+  }
+}
+
+ScopedDrawState::~ScopedDrawState() {
+  for (size_t i = 0; i < kCapabilities.size(); ++i) Enable(kCapabilities[i], enabled_[i]);
+  glDepthMask(depth_mask_);
+  glColorMask(color_mask_[0], color_mask_[1], color_mask_[2], color_mask_[3]);
+  glClearColor(clear_color_[0], clear_color_[1], clear_color_[2], clear_color_[3]);
+  glViewport(viewport_[0], viewport_[1], viewport_[2], viewport_[3]);
+  if (vertex_array_ != 0) glBindVertexArray(static_cast<GLuint>(vertex_array_));
+}
+
+ScopedPixelStore::ScopedPixelStore(Direction direction, GLint row_length)
+    : names_(direction == Direction::kUpload ? kUnpackNames : kPackNames) {
+  const std::array<GLint, kCount> wanted = {1, row_length, 0, 0, 0, 0};
+  for (size_t i = 0; i < kCount; ++i) {
+    glGetIntegerv(names_[i], &values_[i]);
+    if (values_[i] != wanted[i]) glPixelStorei(names_[i], wanted[i]);
+  }
+}
+
+ScopedPixelStore::~ScopedPixelStore() {
+  for (size_t i = 0; i < kCount; ++i) glPixelStorei(names_[i], values_[i]);
+}
+
+}  // namespace krv::GL

@@ -1,0 +1,49 @@
+// GL state that belongs to the host: set to what our work needs, then put back.
+#pragma once
+
+#include <glad/gl.h>
+
+#include <array>
+#include <cstddef>
+
+namespace krv::GL {
+
+// For one draw: depth test and mask, blending, scissor, culling, stencil and logic operation off,
+// every colour channel written, no vertex array object of the host's. Puts these, clear colour and
+// viewport back on destruction.
+class ScopedDrawState {
+ public:
+  ScopedDrawState();
+  ScopedDrawState(const ScopedDrawState&) = delete;
+  ScopedDrawState& operator=(const ScopedDrawState&) = delete;
+  ~ScopedDrawState();
+
+ private:
+  static constexpr std::array<GLenum, 6> kCapabilities = {
+      GL_DEPTH_TEST, GL_BLEND, GL_SCISSOR_TEST, GL_CULL_FACE, GL_STENCIL_TEST, GL_COLOR_LOGIC_OP};
+  std::array<GLboolean, kCapabilities.size()> enabled_{};
+  GLboolean depth_mask_ = GL_TRUE;
+  std::array<GLboolean, 4> color_mask_{};
+  std::array<GLfloat, 4> clear_color_{};
+  std::array<GLint, 4> viewport_{};
+  GLint vertex_array_ = 0;
+};
+
+// For one transfer: rows `row_length` pixels apart (0: tight), byte alignment 1, nothing skipped or
+// swapped. Puts the pixel-store values back on destruction.
+class ScopedPixelStore {
+ public:
+  enum class Direction { kUpload, kReadBack };
+
+  ScopedPixelStore(Direction direction, GLint row_length);
+  ScopedPixelStore(const ScopedPixelStore&) = delete;
+  ScopedPixelStore& operator=(const ScopedPixelStore&) = delete;
+  ~ScopedPixelStore();
+
+ private:
+  static constexpr size_t kCount = 6;
+  const std::array<GLenum, kCount>& names_;
+  std::array<GLint, kCount> values_{};
+};
+
+}  // namespace krv::GL

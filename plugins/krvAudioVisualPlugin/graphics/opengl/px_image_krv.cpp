@@ -1,0 +1,54 @@
+#include "graphics/opengl/px_image_krv.h"
+
+#include <optional>
+#include <utility>
+
+namespace krv {
+namespace {
+
+std::optional<DataType> DataTypeOf(int32_t pixel_type) {
+  switch (pixel_type) {
+    case kPixel8:
+      return DataType::kUint8;
+    case kPixel16:
+      return DataType::kUint16;
+    case kPixelFloat:
+      return DataType::kFloat;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+bool PXImage_KRV::Attach(std::shared_ptr<EffectImage> frame, const void* pixels,
+                         std::shared_ptr<void> keep_alive) {
+  frame_ = std::move(frame);
+  keep_alive_ = std::move(keep_alive);
+  const FrameDescription& description = frame_->description();
+  const auto type = DataTypeOf(description.pixel_type);
+  uint32_t texture_name = 0;
+  if (!type || (frame_->on_gpu() && (texture_name = frame_->TextureName()) == 0)) return false;
+  return Create(texture_name, static_cast<uint32_t>(description.width),
+                static_cast<uint32_t>(description.height), PixelLayout::kBgra, *type,
+                static_cast<uint32_t>(description.stride), pixels) == 0;
+}
+
+cv::Mat& PXImage_KRV::Download(cv::Mat& matrix) {
+  if (frame_ == nullptr) return PXImage_OpenGL::Download(matrix);
+  std::byte* buffer = PixelBuffer();
+  if (!frame_->ReadPixels(buffer, static_cast<int32_t>(stride_))) return matrix;
+  // A float frame holds its own type here; only textures are read under the 16-bit one.
+  const int type = data_type_ == DataType::kFloat ? CV_32FC4 : MatrixType();
+  matrix = cv::Mat(static_cast<int>(height_), static_cast<int>(width_), type, buffer, stride_);
+  return matrix;
+}
+
+std::shared_ptr<PXImage> CreateImageFromFrame(std::shared_ptr<EffectImage> frame,
+                                              const void* pixels) {
+  if (frame == nullptr) return nullptr;
+  auto image = std::make_shared<PXImage_KRV>();
+  return image->Attach(std::move(frame), pixels) ? image : nullptr;
+}
+
+}  // namespace krv

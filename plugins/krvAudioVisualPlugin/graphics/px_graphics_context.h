@@ -1,0 +1,49 @@
+// The description of one draw.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "graphics/uniform_value.h"
+
+namespace krv {
+
+class PXImage;
+class PXProgram;
+
+enum class DrawMode : uint32_t {
+  kQuad = 0,  // the whole target
+  kMesh = 1,  // the mesh vertices
+  kNone = 2,  // nothing; the target is cleared all the same
+};
+
+inline constexpr uint32_t kApiOpenGl = 1;
+
+// Filled by an effect, drawn by PXGraphics::Render. Not shared between threads.
+class PXGraphicsContext {
+ public:
+  explicit PXGraphicsContext(uint32_t api_tag) : api(api_tag) {}
+  PXGraphicsContext(const PXGraphicsContext&) = delete;
+  PXGraphicsContext& operator=(const PXGraphicsContext&) = delete;
+  virtual ~PXGraphicsContext() = default;
+
+  // Appends a uniform with a copy of the `size` bytes at `data`. A name added twice is set twice,
+  // in order, so the later value wins. Null data gives an entry that draws ignore.
+  void AddUniform(std::string_view name, UniformType type, const void* data, uint32_t size);
+
+  std::vector<UniformValue> uniforms;
+  uint32_t api;  // kApiOpenGl, or the draw is refused
+  DrawMode draw_mode = DrawMode::kQuad;
+  std::vector<std::shared_ptr<PXImage>> images;  // order of texture units; null takes no unit
+  std::shared_ptr<PXProgram> program;
+  std::string mesh_attribute;        // the vertex attribute that takes the positions
+  std::vector<float> mesh_vertices;  // three per vertex
+};
+
+// Makes the draw description that the device of kind 1 takes.
+std::unique_ptr<PXGraphicsContext> CreateGraphicsContext();
+
+}  // namespace krv
