@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "audio_block.h"
 #include "frame.h"
 #include "gl_context.h"
 #include "krv/effect.h"
@@ -27,15 +28,6 @@ struct SessionOptions {
   GlContext::Renderer renderer = GlContext::Renderer::kAny;
   // Renders the effect alone, with straight alpha, instead of laying it over the input.
   bool without_blend = false;
-};
-
-// The audio that belongs to a frame.
-struct FrameAudio {
-  const int16_t* samples = nullptr;  // interleaved; null for silence
-  int32_t sample_frames = 0;         // samples per channel
-  uint32_t channels = 0;
-  int32_t sample_rate = 0;   // Hz
-  int64_t start_sample = 0;  // on the timeline, in samples per channel
 };
 
 // One frame to render. Pointers are borrowed for the call.
@@ -95,7 +87,9 @@ class EffectSession {
 
  private:
   EffectSession(std::shared_ptr<PluginHost> host, EffectListing effect);
-  bool Initialize(std::string* error);
+  bool Initialize(const std::string& registered_name, std::string* error);
+  // Puts the plug-in's reason into *error; false.
+  bool Fail(const std::string& what, int32_t code, std::string* error);
   bool RenderInMemory(const FrameRequest& request, void* output, int32_t output_stride,
                       std::string* error);
   bool RenderOnGpu(const FrameRequest& request, void* output, int32_t output_stride,

@@ -1,0 +1,57 @@
+#include "package_copy.h"
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "package_files.h"
+#include "utf8_path.h"
+
+namespace krv::host {
+namespace {
+
+void Apply(const PackageChanges& changes, nlohmann::ordered_json& description) {
+  description["unique_name"] =
+      description.value("unique_name", std::string()) + changes.name_suffix;
+  if (changes.without_blend) description["without_blend"] = *changes.without_blend;
+  if (changes.fragment_shaders) description["opengl_frag"] = *changes.fragment_shaders;
+  if (changes.blend_script) {
+    description.erase("blend_script");
+    if (!changes.blend_script->empty()) description["blend_script"] = *changes.blend_script;
+  }
+}
+
+// Rewrites the description in `folder` and returns its new unique name.
+std::string RewriteDescription(const std::filesystem::path& folder, const PackageChanges& changes) {
+  const std::filesystem::path path = folder / kDescriptionFileName;
+  std::ifstream in(path, std::ios::binary);
+  in.exceptions(std::ios::badbit);
+  auto description = nlohmann::ordered_json::parse(in);
+  in.close();
+  std::filesystem::remove(path);  // a copy of a read-only file is read-only
+  Apply(changes, description);
+  std::ofstream out;
+  out.exceptions(std::ios::failbit | std::ios::badbit);
+  out.open(path, std::ios::binary | std::ios::trunc);
+  out << description.dump(2) << '\n';
+  out.close();
+  return description["unique_name"];
+}
+
+}  // namespace
+
+std::unique_ptr<PackageCopy> PackageCopy::Create(const std::filesystem::path& package,
+                                                 const PackageChanges& changes,
+                                                 std::string* error) {
+  std::unique_ptr<TemporaryFolder> folder = TemporaryFolder::Create(error);
+  if (folder == nullptr) return nullptr;
+  try {
+    std::filesystem::copy(package, folder->path(), std::filesystem::copy_options::recursive);
+    std::string unique_name = RewriteDescription(folder->path(), changes);
+    return std::unique_ptr<PackageCopy>(new PackageCopy(std::move(folder), std::move(unique_name)));
+  } catch (const std::exception& failure) {
+    *error = "cannot copy the package " + Utf8(package) + ": " + failure.what();
+    return nullptr;
+  }
+}
+
+}  // namespace krv::host

@@ -1,0 +1,160 @@
+#include "parameter_values.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "nearest_name.h"
+
+namespace krv::host {
+namespace {
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+std::string NumberText(double number) {
+  std::array<char, 32> text;
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), number);
+  return {text.data(), end.ptr};
+}
+
+// The whole of `text` as a number of type T, or nothing.
+template <class T, class... Base>
+std::optional<T> ParseNumber(std::string_view text, Base... base) {
+  T value{};
+  const char* end = text.data() + text.size();
+  const auto [stop, code] = std::from_chars(text.data(), end, value, base...);
+  if (code != std::errc() || stop != end) return std::nullopt;
+  return value;
+}
+
+std::optional<bool> ParseBool(std::string_view text) {
+  for (const char* yes : {"true", "yes", "on", "1"}) {
+    if (text == yes) return true;
+  }
+  for (const char* no : {"false", "no", "off", "0"}) {
+    if (text == no) return false;
+  }
+  return std::nullopt;
+}
+
+std::optional<int32_t> ParseColor(std::string_view text) {
+  std::optional<uint32_t> color;
+  if (text.starts_with("#") && text.size() == 7) {
+    color = ParseNumber<uint32_t>(text.substr(1), 16);
+  } else if (text.starts_with("0x") || text.starts_with("0X")) {
+    color = ParseNumber<uint32_t>(text.substr(2), 16);
+  } else {
+    color = ParseNumber<uint32_t>(text, 10);
+  }
+  if (!color || *color > 0xFFFFFF) return std::nullopt;
+  return static_cast<int32_t>(*color);
+}
+
+std::optional<float> ParseFloat(std::string_view text) {
+  const auto value = ParseNumber<float>(text);
+  return value && std::isfinite(*value) ? value : std::nullopt;
+}
+
+const char* Wanted(ParameterKind kind) {
+  switch (kind) {
+    case kKindInt:
+      return "a whole number";
+    case kKindFloat:
+      return "a number";
+    case kKindBool:
+      return "true or false";
+    case kKindColor:
+      return "a colour (#RRGGBB, 0xRRGGBB or a decimal number)";
+    default:
+      return "a text";
+  }
+}
+
+std::optional<HostValue> Parse(ParameterKind kind, std::string_view text) {
+  switch (kind) {
+    case kKindInt:
+      return ParseNumber<int32_t>(text, 10);
+    case kKindFloat:
+      return ParseFloat(text);
+    case kKindBool:
+      return ParseBool(text);
+    case kKindColor:
+      return ParseColor(text);
+    case kKindText:
+      return std::string(text);
+    default:
+      return std::nullopt;
+  }
+}
+
+double AsNumber(const HostValue& value) {
+  if (const auto* integer = std::get_if<int32_t>(&value)) return *integer;
+  if (const auto* number = std::get_if<float>(&value)) return *number;
+  return 0;
+}
+
+std::string UnknownParameter(const EffectListing& effect, std::string_view name) {
+  std::string message =
+      "effect " + Quoted(effect.unique_name) + " has no parameter " + Quoted(name);
+  std::vector<std::string> names;
+  for (const ParameterListing& parameter : effect.parameters) names.push_back(parameter.name);
+  if (names.empty()) return message + " (it has none at all)";
+  if (const auto nearest = NearestName(name, names)) {
+    return message + "; did you mean " + Quoted(*nearest) + "?";
+  }
+  return message + "; `krv list` shows those it has";
+}
+
+}  // namespace
+
+std::optional<HostValue> ParseParameterValue(const ParameterListing& parameter,
+                                             std::string_view text, std::string* error) {
+  std::optional<HostValue> value = Parse(parameter.kind, text);
+  if (!value) {
+    *error = "parameter " + Quoted(parameter.name) + " wants " + Wanted(parameter.kind) + ", not " +
+             Quoted(text);
+    return std::nullopt;
+  }
+  const double number = AsNumber(*value);
+  if (parameter.HasRange() && (number < parameter.minimum || number > parameter.maximum)) {
+    *error = "parameter " + Quoted(parameter.name) + " lies between " +
+             NumberText(parameter.minimum) + " and " + NumberText(parameter.maximum) + "; " +
+             std::string(text) + " does not";
+    return std::nullopt;
+  }
+  return value;
+}
+
+bool ParameterValues::Assign(const EffectListing& effect, std::string_view assignment,
+                             std::string* error) {
+  const size_t equals = assignment.find('=');
+  if (equals == std::string_view::npos || equals == 0) {
+    *error = "a parameter is set as name=value, not as " + Quoted(assignment);
+    return false;
+  }
+  const std::string_view name = assignment.substr(0, equals);
+  const ParameterListing* parameter = effect.Find(name);
+  if (parameter == nullptr) {
+    *error = UnknownParameter(effect, name);
+    return false;
+  }
+  auto value = ParseParameterValue(*parameter, assignment.substr(equals + 1), error);
+  if (!value) return false;
+  Set(std::string(name), std::move(*value));
+  return true;
+}
+
+void ParameterValues::Set(std::string name, HostValue value) {
+  values_.insert_or_assign(std::move(name), std::move(value));
+}
+
+std::optional<HostValue> ParameterValues::ValueAt(std::string_view name, int64_t) const {
+  const auto found = values_.find(name);
+  if (found == values_.end()) return std::nullopt;
+  return found->second;
+}
+
+}  // namespace krv::host

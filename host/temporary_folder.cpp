@@ -1,0 +1,31 @@
+#include "temporary_folder.h"
+
+#include <random>
+#include <utility>
+
+#include "utf8_path.h"
+
+namespace krv::host {
+
+std::unique_ptr<TemporaryFolder> TemporaryFolder::Create(std::string* error) {
+  std::error_code code;
+  const std::filesystem::path parent = std::filesystem::temp_directory_path(code);
+  std::random_device random;
+  constexpr int kTries = 16;
+  for (int i = 0; !code && i < kTries; ++i) {
+    std::filesystem::path path = parent / ("krv-" + std::to_string(random()));
+    // False without a code: somebody else has a folder of that name.
+    if (std::filesystem::create_directory(path, code)) {
+      return std::unique_ptr<TemporaryFolder>(new TemporaryFolder(std::move(path)));
+    }
+  }
+  *error = "cannot create a folder in " + Utf8(parent) + ": " + code.message();
+  return nullptr;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+}  // namespace krv::host
