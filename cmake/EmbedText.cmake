@@ -17,6 +17,9 @@ function(krv_embed_text target header namespace)
     DEPENDS ${paths} ${CMAKE_SOURCE_DIR}/cmake/EmbedTextScript.cmake
     COMMENT "Embedding ${header}"
     VERBATIM)
-  target_sources(${target} PRIVATE ${out})
+  # A target of its own: the command is not visible to a target of another folder.
+  string(MAKE_C_IDENTIFIER embed_${target}_${header} embed_target)
+  add_custom_target(${embed_target} DEPENDS ${out})
+  add_dependencies(${target} ${embed_target})
   target_include_directories(${target} PRIVATE ${dir})
 endfunction()

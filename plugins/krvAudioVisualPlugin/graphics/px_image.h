@@ -54,6 +54,15 @@ std::shared_ptr<PXImage> CreateImage(const cv::Mat& matrix, PixelLayout layout);
 std::shared_ptr<PXImage> CreateImageFromFrame(std::shared_ptr<EffectImage> frame,
                                               const void* pixels);
 
+struct ImageSize {
+  uint32_t width;   // pixels
+  uint32_t height;  // pixels
+  friend bool operator==(const ImageSize&, const ImageSize&) = default;
+};
+
+// The size of the image's texture, which must exist.
+ImageSize SizeOf(const PXImage& image);
+
 // Reads what was drawn into the image's texture into `destination`, rows `stride` bytes apart, also
 // when the image wraps a host frame. False on failure; the destination is then untouched.
 bool ReadTexture(const PXImage& image, void* destination, int32_t stride);

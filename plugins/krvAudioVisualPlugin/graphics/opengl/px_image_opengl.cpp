@@ -166,6 +166,10 @@ std::shared_ptr<PXImage> CreateImage(const cv::Mat& matrix, PixelLayout layout) 
                      DataType::kUint8, static_cast<uint32_t>(matrix.step[0]), matrix.data);
 }
 
+ImageSize SizeOf(const PXImage& image) {
+  return {image.texture()->width(), image.texture()->height()};
+}
+
 bool ReadTexture(const PXImage& image, void* destination, int32_t stride) {
   const auto* opengl = dynamic_cast<const PXImage_OpenGL*>(&image);
   return opengl != nullptr && opengl->ReadPixels(destination, stride);

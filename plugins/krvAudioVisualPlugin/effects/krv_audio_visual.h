@@ -1,0 +1,112 @@
+// KRVAudioVisual: an instance of an audio-visualisation effect.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <opencv2/core.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "audio/audio_visual_process.h"
+#include "description/effect_description.h"
+#include "effects/effect_size.h"
+#include "effects/image_list.h"
+#include "effects/pass_record.h"
+#include "krv/effect.h"
+
+namespace krv {
+
+class EffectImage;
+class PXGraphics;
+class PXGraphicsContext;
+class PXImage;
+
+// Renders one effect: owns its programs, its blend program, the effect texture, the graphics
+// device, the audio analyser and the audio state carried from frame to frame. The operations are
+// those of krv/effect.h; no exception leaves the ones that a host calls.
+//
+// Subclasses extend the virtual operations from slot 11 on. Slot 0 destroys, so destructors are not
+// virtual and every class overrides Destroy.
+class KRVAudioVisual : public KRVEffect {
+ public:
+  // A null description is logged; such an instance fails to initialise.
+  explicit KRVAudioVisual(std::shared_ptr<const EffectDescription> description);
+  KRVAudioVisual(const KRVAudioVisual&) = delete;
+  KRVAudioVisual& operator=(const KRVAudioVisual&) = delete;
+
+  void* Destroy(uint32_t flags) override;
+  int32_t Initialize(EffectContext* context) override;
+  int32_t Reserved2(EffectContext*) override { return kOk; }
+  int32_t ClearInputs() override;
+  int32_t ProcessFrame(EffectContext* context) override;
+  int32_t ProcessFrameAgain(EffectContext* context) override;
+  int32_t Reserved6(EffectContext*) override { return kOk; }
+  int32_t ReleaseResources() override;
+  int32_t Reserved8(EffectContext*) override { return kOk; }
+  int32_t Reserved9(EffectContext*) override { return kOk; }
+  int32_t ApplyParameters(EffectContext* context) override;
+  int32_t SetUniform(const char* name, const ParameterValue* value) override;
+
+  // Draws every pass in turn into `target`; each later pass reads the previous one's result as its
+  // first input. 0, or the code of the first pass that fails.
+  int32_t RunPasses(const ImageList& inputs, PXImage& target, EffectContext& context) override;
+  // Appends the frame's textures to the input list and copies the list into `inputs`. 0.
+  int32_t GatherInputs(EffectContext& context, ImageList& inputs) override;
+  // How many textures GatherInputs gives when nothing is missing.
+  int32_t ExpectedInputCount() override;
+  // Adds the record's uniforms to a draw.
+  void CopyUniforms(PXGraphicsContext& draw, PassRecord& record, EffectContext& context) override;
+  // Hook of subclasses for each effect pass, after CopyUniforms. 0.
+  int32_t PreparePass(PXGraphicsContext& draw) override;
+
+ protected:
+  ~KRVAudioVisual();
+
+  // Stores a texture's sampler unit under its name and appends it to the input list. A null texture
+  // is passed over, so that the count shows it.
+  void AddInput(const char* name, std::shared_ptr<PXImage> image);
+  void SetIntUniform(const char* name, int32_t value);
+  void SetFloatUniform(const char* name, float value);
+
+  const EffectDescription& description() const { return *description_; }
+
+ private:
+  int32_t BuildDevice();
+  int32_t Process(EffectContext& context);
+  int32_t RenderAndBlend(const ImageList& inputs, PXImage& output, const EffectImage& frame,
+                         EffectContext& context);
+  bool PrepareEffectTexture(EffectSize size);
+  bool PrepareIntermediates(const PXImage& target);
+  int32_t DrawPass(PassRecord& pass, const ImageList& inputs, PXImage& target,
+                   EffectContext& context);
+  int32_t DrawBlend(const ImageList& inputs, PXImage& output, EffectContext& context);
+  int32_t DrawInto(PXImage& target, const PXGraphicsContext& draw);
+  void AddFrameUniforms(PXGraphicsContext& draw, const PXImage& target, EffectContext& context);
+  void StoreParameters(EffectContext& context);
+  void StoreColor(int32_t color);
+  void StoreGradient(const char* text);
+  void GatherAudio(EffectContext& context);
+
+  ImageList inputs_;
+  float mask_left_right_[2] = {0, 0};  // fractions of the mask's width
+  float mask_bottom_top_[2] = {0, 0};  // fractions of the mask's height
+  std::shared_ptr<PXImage> gradient_texture_;
+  std::string gradient_text_;  // what gradient_texture_ was made from
+  std::shared_ptr<PXImage> effect_texture_;
+  EffectSize effect_size_ = {0, 0};
+  std::shared_ptr<PXImage> intermediates_[2];  // results of all passes but the last, in turn
+  std::shared_ptr<PXGraphics> graphics_;
+  std::vector<std::unique_ptr<PassRecord>> passes_;
+  PassRecord blend_;
+  std::shared_ptr<const EffectDescription> description_;
+  int64_t frame_offset_ = 0;  // added to the host's frame index for the time in shaders
+  cv::Mat previous_spectrum_;
+  float left_level_ = 0;
+  float right_level_ = 0;
+  int64_t last_frame_index_ = -1;
+  float level_smoothing_ = 0;  // weight of the past for spectrum and level; 0: none
+  std::shared_ptr<AudioVisualProcess> audio_;
+};
+
+}  // namespace krv

@@ -1,0 +1,93 @@
+// The input textures of a frame, and its audio.
+#include <algorithm>
+#include <array>
+#include <opencv2/imgproc.hpp>
+#include <utility>
+
+#include "audio/level_smoothing.h"
+#include "boundary/effect_image.h"
+#include "effects/frame_timing.h"
+#include "effects/krv_audio_visual.h"
+#include "graphics/px_image.h"
+#include "krv/effect_context.h"
+
+namespace krv {
+namespace {
+
+constexpr uint8_t kSilentChannels = 2;
+constexpr int32_t kSilentFrames = 1764;
+constexpr std::array<int16_t, size_t{kSilentChannels} * kSilentFrames> kSilence{};
+
+// The widest texture that every GPU takes; a wider spectrum (a frame of seconds) is scaled down.
+constexpr int kMaxSpectrumWidth = 16384;
+
+struct AudioSamples {
+  int32_t frames = kSilentFrames;
+  uint8_t channels = kSilentChannels;
+  const int16_t* samples = kSilence.data();
+};
+
+AudioSamples ReadAudio(AudioBlock* block) {
+  if (block == nullptr) return {};
+  AudioSamples audio;
+  audio.channels = static_cast<uint8_t>(block->GetChannelCount() & 255);
+  audio.frames = block->GetSampleFrames();
+  block->GetSampleRate();
+  block->GetStartSample();
+  audio.samples = block->GetSamples();
+  const bool usable = audio.channels > 0 && audio.frames >= 2 && audio.samples != nullptr;
+  return usable ? audio : AudioSamples{};
+}
+
+}  // namespace
+
+void KRVAudioVisual::AddInput(const char* name, std::shared_ptr<PXImage> image) {
+  if (image == nullptr) return;
+  SetIntUniform(name, static_cast<int32_t>(inputs_.images.size()));
+  inputs_.images.push_back(std::move(image));
+}
+
+int32_t KRVAudioVisual::GatherInputs(EffectContext& context, ImageList& inputs) {
+  if (auto frame = EffectImage::Wrap(context.GetInputFrame()); frame != nullptr) {
+    const void* pixels = frame->pixels();
+    if (frame->HasBuffer()) {
+      AddInput("background_tex", CreateImageFromFrame(std::move(frame), pixels));
+    }
+  }
+  if (gradient_texture_ != nullptr) AddInput("gradient_color_tex", gradient_texture_);
+  GatherAudio(context);
+  inputs = inputs_;
+  return kOk;
+}
+
+int32_t KRVAudioVisual::ExpectedInputCount() {
+  return 2 + (description_->UsesHumanSegment() ? 1 : 0) + (description_->UsesMask() ? 1 : 0) +
+         (gradient_texture_ != nullptr ? 1 : 0);
+}
+
+void KRVAudioVisual::GatherAudio(EffectContext& context) {
+  const AudioSamples audio = ReadAudio(context.GetAudioBlock());
+  cv::Mat spectrum;
+  float level = 0;
+  audio_->Process(spectrum, audio.frames, audio.channels, audio.samples, level);
+  if (spectrum.cols > kMaxSpectrumWidth) {
+    cv::resize(spectrum, spectrum, cv::Size(kMaxSpectrumWidth, 1), 0, 0, cv::INTER_AREA);
+  }
+
+  const auto frame_rate = static_cast<float>(FramesPerSecond(context));
+  const int64_t frame_index = context.GetFrameIndex();
+  if (!previous_spectrum_.empty() && level_smoothing_ != 0 && frame_index != last_frame_index_) {
+    SmoothSpectrum(previous_spectrum_, spectrum, level_smoothing_, frame_rate);
+  } else {
+    previous_spectrum_ = spectrum;
+  }
+  last_frame_index_ = frame_index;
+  AddInput("audio_tex", CreateImage(previous_spectrum_, PixelLayout::kRgba));
+
+  left_level_ = SmoothLevel(left_level_, level, level_smoothing_, frame_rate);
+  right_level_ = left_level_;
+  SetFloatUniform("audio_left_db", left_level_);
+  SetFloatUniform("audio_right_db", right_level_);
+}
+
+}  // namespace krv

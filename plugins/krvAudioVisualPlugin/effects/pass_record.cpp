@@ -1,0 +1,53 @@
+#include "effects/pass_record.h"
+
+#include "graphics/px_graphics_context.h"
+
+namespace krv {
+namespace {
+
+void AddUniformOfKind(PXGraphicsContext& draw, const std::string& name,
+                      const ParameterValue& value) {
+  switch (value.kind) {
+    case kKindInt:
+    case kKindIntInternal:
+      draw.AddUniform(name, UniformType::kInt, &value.as_int, sizeof(value.as_int));
+      break;
+    case kKindFloat:
+      draw.AddUniform(name, UniformType::kFloat, &value.as_float, sizeof(value.as_float));
+      break;
+    case kKindDouble:
+      draw.AddUniform(name, UniformType::kDouble, &value.as_double, sizeof(value.as_double));
+      break;
+    case kKindBool: {
+      const int32_t truth = value.as_bool;
+      draw.AddUniform(name, UniformType::kInt, &truth, sizeof(truth));
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+void StoreUniform(PassRecord& record, std::string_view name, const ParameterValue& value) {
+  if (value.kind == kKindText) return;
+  const std::lock_guard lock(record.mutex);
+  const auto found = record.uniforms.find(name);
+  if (found == record.uniforms.end()) {
+    record.uniforms.emplace(name, value);
+  } else {
+    found->second = value;
+  }
+}
+
+void AddUniforms(PXGraphicsContext& draw, PassRecord& record) {
+  UniformMap uniforms;
+  {
+    const std::lock_guard lock(record.mutex);
+    uniforms = record.uniforms;
+  }
+  for (const auto& [name, value] : uniforms) AddUniformOfKind(draw, name, value);
+}
+
+}  // namespace krv

@@ -1,0 +1,35 @@
+// One program with the values of its uniforms.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "krv/types.h"
+
+namespace krv {
+
+class PXGraphicsContext;
+class PXProgram;
+
+using UniformMap = std::map<std::string, ParameterValue, std::less<>>;
+
+// Uniforms may be set on one thread while another draws; each record's own mutex guards its map and
+// is never held while drawing.
+struct PassRecord {
+  std::shared_ptr<PXProgram> program;
+  UniformMap uniforms;  // under mutex
+  std::mutex mutex;
+};
+
+// Inserts or overwrites a uniform of the record. Texts are not kept: no uniform can hold one.
+void StoreUniform(PassRecord& record, std::string_view name, const ParameterValue& value);
+
+// Adds the record's uniforms to the draw in name order. Integers of all kinds and booleans arrive
+// as integers, floats as floats; kinds that no uniform can hold are passed over.
+void AddUniforms(PXGraphicsContext& draw, PassRecord& record);
+
+}  // namespace krv
