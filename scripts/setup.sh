@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that the project needs. Does nothing when all are there.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+mapfile -t wanted < <(grep -v '^#' scripts/packages.txt)
+missing=()
+for package in "${wanted[@]}"; do
+  state=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [ "$state" = "install ok installed" ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+if [ "$(id -u)" -eq 0 ]; then
+  as_root=()
+elif command -v sudo >/dev/null; then
+  as_root=(sudo)
+else
+  echo "setup: these packages are missing; install them as root, or install sudo: ${missing[*]}" >&2
+  exit 1
+fi
+
+echo "setup: installing ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
