@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -175,12 +176,14 @@ TEST(AudioVisualProcessFFT, SineOnAnOddBinShowsInBothNeighboursAtHalfItsHeight) 
 }
 
 TEST(AudioVisualProcessFFT, LevelIsFiftyAtTheFloorAndRises100In180Db) {
-  // The quietest sound: one step of 16 bits, windowed to a mean of half that, 96.33 dB down.
-  EXPECT_NEAR(Analyse({1, 1}, 1).level, LevelOfMean(-96.3296), 0.001);
-  // A thousandth of full scale: 66 / 32768 / 2.
-  EXPECT_NEAR(Analyse({66, 66}, 1).level, LevelOfMean(-59.9383), 0.001);
-  // The loudest: 6.02 dB down. The level exceeds 100 and is not limited.
-  EXPECT_NEAR(Analyse({-32768, -32768}, 1).level, LevelOfMean(-6.0206), 0.001);
+  // Two frames have the window 0, 1: a constant's magnitude is half of it.
+  const auto level_of = [](int16_t value) { return Analyse({value, value}, 1).level; };
+  const auto expected = [](double amplitude) {
+    return static_cast<float>(LevelOfMean(20.0 * std::log10(amplitude)));
+  };
+  EXPECT_FLOAT_EQ(level_of(1), expected(0.5 / 32768));  // the quietest sound there is
+  EXPECT_FLOAT_EQ(level_of(66), expected(33.0 / 32768));
+  EXPECT_FLOAT_EQ(level_of(-32768), expected(0.5));  // the loudest: above 130, not limited
 }
 
 TEST(AudioVisualProcessFFT, NewBlockLengthChangesTheWidth) {
