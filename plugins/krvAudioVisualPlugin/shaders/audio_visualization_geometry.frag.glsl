@@ -1,0 +1,327 @@
+
+// Flat figures on a rectangle in space, seen by a camera on the z axis. One ray per pixel meets the
+// rectangle's plane once; the distance from there to the figure decides the coverage.
+
+uniform float scale_x;  // of the rectangle; 0: nothing but black
+uniform float scale_y;
+uniform int rotate_x;  // degrees
+uniform int rotate_y;
+uniform int rotate_z;
+uniform int gradient_color_direction;  // 0: from the base up, else left to right
+uniform bool flip_x;
+uniform bool flip_y;
+uniform int geometry_type;
+uniform int direction;   // 0: from the base edge, 1: about the middle line
+uniform float offset_x;  // turns the spectrum round, in widths
+
+uniform int spectrum_count;
+uniform float spectrum_width;           // 2 % of the width
+uniform float spectrum_minimum_height;  // percent of the height
+uniform float spectrum_round;           // corner radius, 1: half the bar
+
+uniform float point_size;  // radius, 0.5 % of the width
+uniform int point_count;
+
+uniform float line_width;  // 0.3 % of the width
+uniform int line_count;
+
+uniform int pulse_count;
+uniform float pulse_width;  // half width, 10 % of the width
+uniform bool pulse_fill;
+uniform float pulse_line_width;  // half width, 0.3 % of the width
+
+uniform int circle_column_count;
+uniform float circle_size;      // radius, 1.5 % of the width
+uniform float clrcle_gap_size;  // 3 % of the width
+
+uniform int rectangle_column_count;
+uniform float rectangle_width;     // half width, 1.5 % of the width
+uniform float rectangle_height;    // half height, 1.5 % of the width
+uniform float rectangle_gap_size;  // 3 % of the width
+
+const float EPSILON = 0.002;
+const float end = 200.0;
+
+const int BARS = 0;
+const int POINTS = 1;
+const int LINES = 2;
+const int PULSES = 3;
+const int CIRCLE_COLUMNS = 4;
+const int RECTANGLE_COLUMNS = 5;
+
+const float CAMERA_Z = 20.0;
+const float HALF_VIEW = 5.3589838486224541;  // what 30 degrees show at that distance: 20 tan(15)
+const int MAX_PULSES = 4096;                 // that reach one pixel
+
+// The rectangle: local coordinates run along right (0..quad_width) and up (0..quad_height) from
+// its corner.
+vec3 quad_corner;
+vec3 quad_right;
+vec3 quad_up;
+float quad_width;
+float quad_height;
+
+float audio_gain = 0.0;
+
+// The three degree parameters turn the rectangle about x, then y, then z.
+mat3 quadRotation() {
+  vec3 angle = radians(vec3(float(rotate_x), float(rotate_y), float(rotate_z)));
+  vec3 s = sin(angle);
+  vec3 c = cos(angle);
+  vec3 right = vec3(c.y * c.z, c.y * s.z, -s.y);
+  vec3 up = vec3(s.x * s.y * c.z - c.x * s.z, s.x * s.y * s.z + c.x * c.z, s.x * c.y);
+  return mat3(right, up, cross(right, up));
+}
+
+// The unturned rectangle fills the view at z = 0, its corner at (-half_view.x, half_view.y) and its
+// up axis towards smaller y. Flipping turns it by half a turn, that is, it changes a sign.
+void placeQuad(vec2 half_view) {
+  vec2 scale = vec2(flip_x ? -scale_x : scale_x, flip_y ? -scale_y : scale_y);
+  vec2 corner = vec2(-half_view.x, half_view.y) * scale;
+  vec2 pivot = direction == 0 ? vec2(0.0, corner.y) : vec2(0.0);  // the base edge, or the middle
+  vec2 shift = (vec2(position_x, position_y) / 100.0 - 0.5) * vec2(4.0, -4.0) * half_view;
+  mat3 rotation = quadRotation();
+  quad_corner = rotation * vec3(corner - pivot, 0.0) + vec3(pivot + shift, 0.0);
+  quad_right = scale.x < 0.0 ? -rotation[0] : rotation[0];
+  quad_up = scale.y < 0.0 ? rotation[1] : -rotation[1];
+  vec2 size = max(abs(scale) * half_view * 2.0, vec2(1e-12));  // a view without width has no figure
+  quad_width = size.x;
+  quad_height = size.y;
+}
+
+float audioGain() {
+  return loudness() * smoothstep(0.0, 1.0, intensity) *
+         (1.0 + smoothstep(1.0, 3.0, intensity) * 0.5);
+}
+
+// The level, 0..1, at u across the figure.
+float getAudioIntensity(float u) {
+  u = audioCoordinate(u);
+  float val;
+  if (audio_averaging) {
+    float left = u - mod(u, 0.2);
+    float right = left + 0.2;
+    val = cubicPulse(left, 0.18, spectrum(left), u) + cubicPulse(right, 0.18, spectrum(right), u);
+  } else {
+    val = spectrum(u);
+  }
+  return val < 0.05 ? 0.0 : smoothstep(0.0, 1.0, val * audio_gain);
+}
+
+// The same level for figures about a middle line, -0.5..0.5.
+float getAudioValue(float audio_intensity) {
+  float v = audio_intensity - 0.5;
+  return abs(v) < 0.05 ? 0.0 : clamp(v, -0.5, 0.5);
+}
+
+// The height over the base or, about the middle line, over it or under it.
+float curveHeight(float audio_intensity) {
+  return quad_height * (direction == 0 ? audio_intensity : getAudioValue(audio_intensity));
+}
+
+float baseLine() { return direction == 1 ? quad_height * 0.5 : 0.0; }
+
+float sdRoundBox(vec2 p, vec2 b, float r) {
+  vec2 q = abs(p) - b + r;
+  return min(max(q.x, q.y), 0.0) + length(max(q, 0.0)) - r;
+}
+
+// Squared distance to a segment.
+float usqdLineSegment(vec2 p, vec2 a, vec2 b) {
+  vec2 ab = b - a;
+  vec2 d = p - a - ab * clamp(dot(p - a, ab) / max(dot(ab, ab), 1e-30), 0.0, 1.0);
+  return dot(d, d);
+}
+
+// The shapes below take p relative to the item's place on the base edge.
+
+float barDistance(vec2 p, float level) {
+  float half_width = spectrum_width * quad_width * 0.01;
+  float height = quad_height * (spectrum_minimum_height * 0.01 * (1.0 - level) + level);
+  float centre = (direction == 0 ? height : quad_height) * 0.5;
+  return sdRoundBox(p - vec2(0.0, centre), vec2(half_width, height * 0.5),
+                    half_width * spectrum_round);
+}
+
+float pointDistance(vec2 p, float level) {
+  return length(p - vec2(0.0, curveHeight(level) + baseLine())) - point_size * quad_width * 0.005;
+}
+
+// From the item before to this one.
+float lineDistance(vec2 p, float pitch, float level_before, float level) {
+  p.y -= baseLine();
+  vec2 from = vec2(-pitch, curveHeight(level_before));
+  vec2 to = vec2(0.0, curveHeight(level));
+  return sqrt(usqdLineSegment(p, from, to)) - line_width * quad_width * 0.0015;
+}
+
+// The height of the nearest block of a column. Blocks of the given half height stand gap apart;
+// rounding 0.5 adds a block when more than half of it fits, 0 when all of it does.
+float nearestBlock(float y, float level, float half_height, float gap, float rounding) {
+  float pitch = 2.0 * half_height + gap;
+  float rest = quad_height * level - 2.0 * half_height;
+  float above_first = rest > 0.0 ? floor(rest / pitch + rounding) : 0.0;
+  float first = half_height;
+  if (direction != 0) {
+    above_first = floor(above_first * 0.5) * 2.0;  // as many below the middle as above it
+    first = quad_height * 0.5 - (half_height + above_first * 0.5 * pitch);
+  }
+  return first + pitch * clamp(floor((y - first) / pitch + 0.5), 0.0, above_first);
+}
+
+float circleColumnDistance(vec2 p, float level) {
+  float r = circle_size * quad_width * 0.015;
+  float gap = clrcle_gap_size * quad_width * 0.03;
+  if (2.0 * r + gap <= 0.0) return end;
+  return length(p - vec2(0.0, nearestBlock(p.y, level, r, gap, 0.0))) - r;
+}
+
+float rectangleColumnDistance(vec2 p, float level) {
+  vec2 b = vec2(rectangle_width, rectangle_height) * quad_width * 0.015;
+  float gap = rectangle_gap_size * quad_width * 0.03;
+  if (2.0 * b.y + gap <= 0.0) return end;
+  return sdRoundBox(p - vec2(0.0, nearestBlock(p.y, level, b.y, gap, 0.5)), b, 0.0);
+}
+
+float itemDistance(vec2 p, float level) {
+  if (geometry_type == BARS) return barDistance(p, level);
+  if (geometry_type == POINTS) return pointDistance(p, level);
+  if (geometry_type == CIRCLE_COLUMNS) return circleColumnDistance(p, level);
+  return rectangleColumnDistance(p, level);
+}
+
+int itemCount() {
+  if (geometry_type == BARS) return spectrum_count;
+  if (geometry_type == POINTS) return point_count;
+  if (geometry_type == LINES) return line_count;
+  if (geometry_type == CIRCLE_COLUMNS) return circle_column_count;
+  if (geometry_type == RECTANGLE_COLUMNS) return rectangle_column_count;
+  return 0;
+}
+
+// The level of item i of n, the spectrum turned round by offset_x.
+float itemLevel(float i, float n) {
+  float index = floor(mod(i + offset_x * n, n));
+  return getAudioIntensity(index < n ? index / n : 0.0);
+}
+
+// Figures of n items in a row: those at most two away from the pixel are looked at. A line's item
+// is the stroke to the next vertex, so one vertex more than strokes is needed.
+float rowDistance(vec2 p) {
+  bool strokes = geometry_type == LINES;
+  float n = float(itemCount());
+  float last = strokes ? n - 2.0 : n - 1.0;
+  if (last < 0.0) return end;
+  float pitch = quad_width / n;
+  float cell = floor(p.x / pitch);
+  float from = clamp(cell - 2.0, 0.0, last);
+  float to = clamp(cell + 2.0, 0.0, last) + (strokes ? 1.0 : 0.0);
+  float nearest = end;
+  float level_before = 0.0;
+  for (int k = 0; k < 6; k++) {
+    float i = from + float(k);
+    if (i > to || nearest <= EPSILON) break;
+    float level = itemLevel(i, n);
+    vec2 local = vec2(p.x - (i + 0.5) * pitch, p.y);
+    if (!strokes) nearest = min(nearest, itemDistance(local, level));
+    if (strokes && k > 0) nearest = min(nearest, lineDistance(local, pitch, level_before, level));
+    level_before = level;
+  }
+  return nearest;
+}
+
+// The sum of the pulses at five places around p, added up pulse by pulse so that each one's level
+// is read once. Only the pulses that reach one of the places are visited.
+void addPulses(float x, float spacing, inout float curve[5]) {
+  float n = float(pulse_count);
+  float half_width = quad_width * 2.0 * pulse_width * 0.05;
+  float pitch = quad_width / n;
+  float shift = half_width - offset_x * quad_width;
+  float low = clamp(x - 2.0 * abs(spacing), 0.0, quad_width);
+  float high = clamp(x + 2.0 * abs(spacing), 0.0, quad_width);
+  int first = int(ceil(((low - 2.0 * half_width) / quad_width + offset_x) * n));
+  int last = int(floor((high / quad_width + offset_x) * n));
+  if (last - first >= MAX_PULSES) last = first + MAX_PULSES - 1;
+  for (int i = first; i <= last; i++) {
+    float height = curveHeight(getAudioIntensity(float(i) / n));
+    float centre = pitch * float(i) + shift;
+    for (int k = 0; k < 5; k++) {
+      curve[k] += cubicPulse(centre, half_width, height, x + float(k - 2) * spacing);
+    }
+  }
+}
+
+// From a sample at height y to the area between the base line and the curve, both heights over it.
+float fillDistance(float y, float curve) {
+  float side = curve < 0.0 ? -1.0 : 1.0;
+  return max(0.0, max(side * (y - curve), -side * y));
+}
+
+// Pulses are looked at in a small neighbourhood of the pixel: 5 places along the curve, for filled
+// pulses 5 x 5 places, the nearest of which counts.
+float pulsesDistance(vec2 p) {
+  if (pulse_count <= 0) return end;
+  float spacing = pulse_fill ? 0.01 : pulse_line_width * 0.01;
+  float curve[5];
+  for (int k = 0; k < 5; k++) curve[k] = 0.0;
+  addPulses(p.x, spacing, curve);
+  float line = pulse_line_width * quad_width * 0.003;
+  float y = p.y - baseLine();
+  float nearest = end;
+  for (int k = 0; k < 5; k++) {
+    float dx = float(k - 2) * spacing;
+    if (p.x + dx < 0.0 || p.x + dx > quad_width) continue;
+    if (pulse_fill) {
+      for (int m = -2; m <= 2; m++) {
+        nearest = min(nearest, fillDistance(y + float(m) * spacing, curve[k]));
+      }
+    } else {
+      nearest = min(nearest, length(vec2(dx, y - curve[k])) - line);
+    }
+  }
+  return nearest;
+}
+
+float figureDistance(vec2 p) { return geometry_type == PULSES ? pulsesDistance(p) : rowDistance(p); }
+
+// Where the ray from eye meets the rectangle's plane, in local coordinates, and in z the distance
+// from there to the figure. A plane behind the camera is met in front of it, without a figure.
+vec3 raymarch(vec3 eye, vec3 ray) {
+  vec3 normal = cross(quad_right, quad_up);
+  float slope = dot(normal, ray);
+  float t = slope != 0.0 ? dot(normal, quad_corner - eye) / slope : 0.0;
+  vec3 hit = eye + ray * abs(t) - quad_corner;
+  vec2 p = vec2(dot(hit, quad_right), dot(hit, quad_up));
+  float nearest = slope != 0.0 && t >= 0.0 ? figureDistance(p) : end;
+  return vec3(p, max(EPSILON, nearest));
+}
+
+float coverage(float nearness) {
+  if (glow != 0) return getGlow(nearness, 0.3);
+  if (geometry_type == LINES || geometry_type == PULSES) return getLine(nearness);
+  float edge = 3.5 * nearness;
+  return min(1.0, edge * sqrt(edge));
+}
+
+vec3 figureColor(vec2 p) {
+  if (single_color == 1) return int2rgb(color);
+  float across = p.x / quad_width;
+  if (!use_gradient_color) return hsv2rgb(across, 1.0, 1.0);
+  float ratio = gradient_color_direction == 0 ? p.y / quad_height : across;
+  return getGradientColor(clamp(ratio, 0.0, 1.0));
+}
+
+void main() {
+  if (scale_x == 0.0 || scale_y == 0.0) {
+    fragColor = vec4(0.0, 0.0, 0.0, 1.0);
+    return;
+  }
+  transparent = alpha / 100.0;
+  audio_gain = audioGain();
+  // The view's aspect ratio is rounded down to one decimal; the figure is stretched to the frame.
+  vec2 half_view = vec2(floor(iResolution.x / iResolution.y * 10.0) / 10.0, 1.0) * HALF_VIEW;
+  placeQuad(half_view);
+  vec2 aim = (gl_FragCoord.xy / iResolution * 2.0 - 1.0) * half_view;
+  vec3 found = raymarch(vec3(0.0, 0.0, CAMERA_Z), vec3(aim, -CAMERA_Z));
+  fragColor = figurePixel(figureColor(found.xy), coverage(EPSILON / found.z));
+}
