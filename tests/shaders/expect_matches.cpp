@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <sstream>
+
+#include "shaders/flat_reference.h"
+
+namespace krv::test {
+namespace {
+
+constexpr double kPlace = 1e-4;  // pixels
+constexpr double kLevel = 1e-5;
+
+// What the reference admits at one pixel, channel by channel.
+struct Range {
+  Pixel low, high;
+
+  void Include(const Pixel& pixel) {
+    for (size_t i = 0; i < pixel.size(); ++i) {
+      low[i] = std::min(low[i], pixel[i]);
+      high[i] = std::max(high[i], pixel[i]);
+    }
+  }
+
+  // How far the pixel lies outside; infinite for what is not a number.
+  double Excess(const Pixel& pixel) const {
+    double worst = 0;
+    for (size_t i = 0; i < pixel.size(); ++i) {
+      if (std::isnan(pixel[i])) return INFINITY;
+      worst = std::max({worst, low[i] - pixel[i], pixel[i] - high[i]});
+    }
+    return worst;
+  }
+};
+
+std::string Text(const Pixel& pixel) {
+  std::ostringstream text;
+  text << '(' << pixel[0] << ", " << pixel[1] << ", " << pixel[2] << ", " << pixel[3] << ')';
+  return text.str();
+}
+
+std::string TestName() {
+  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+  std::string name = std::string(info->test_suite_name()) + "." + info->name();
+  std::replace(name.begin(), name.end(), '/', '_');
+  return name;
+}
+
+}  // namespace
+
+void ExpectMatches(const Picture& drawn, const FlatFigure& figure, double tolerance) {
+  const FlatReference reference(figure, drawn.width, drawn.height);
+  const FlatReference quieter(figure, drawn.width, drawn.height, -kLevel);
+  const FlatReference louder(figure, drawn.width, drawn.height, kLevel);
+  Picture expected{drawn.width, drawn.height, {}};
+  double worst = 0;
+  int worst_x = 0;
+  int worst_y = 0;
+  for (int y = 0; y < drawn.height; ++y) {
+    for (int x = 0; x < drawn.width; ++x) {
+      const double cx = x + 0.5;
+      const double cy = y + 0.5;
+      const Pixel pixel = reference.At(cx, cy);
+      expected.pixels.push_back(pixel);
+      Range range{pixel, pixel};
+      if (range.Excess(drawn.At(x, y)) > tolerance) {
+        for (const double sign : {-1.0, 1.0}) {
+          range.Include(reference.At(cx + sign * kPlace, cy));
+          range.Include(reference.At(cx, cy + sign * kPlace));
+        }
+        range.Include(quieter.At(cx, cy));
+        range.Include(louder.At(cx, cy));
+      }
+      const double excess = range.Excess(drawn.At(x, y));
+      if (excess > worst) {
+        worst = excess;
+        worst_x = x;
+        worst_y = y;
+      }
+    }
+  }
+  if (worst <= tolerance) return;
+  ADD_FAILURE() << "worst pixel (" << worst_x << ", " << worst_y << ") is off by " << worst
+                << " (allowed " << tolerance
+                << ")\n  reference: " << Text(expected.At(worst_x, worst_y))
+                << "\n  result:    " << Text(drawn.At(worst_x, worst_y))
+                << "\n  pictures:  " << WritePpm(expected, TestName() + ".reference") << ' '
+                << WritePpm(drawn, TestName() + ".result");
+}
+
+}  // namespace krv::test
