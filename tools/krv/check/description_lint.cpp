@@ -1,0 +1,212 @@
+#include "check/description_lint.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "check/parameter_lint.h"
+#include "nearest_name.h"
+#include "utf8_path.h"
+
+namespace krv::tool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::array<std::string_view, 3> kBuiltinShaders = {
+    "audio_visualization_geometry.frag",
+    "audio_visualization_halo_geometry.frag",
+    "audio_visualization_halo_spectrum.frag",
+};
+
+class DescriptionLint {
+ public:
+  DescriptionLint(const DescriptionDocument& document, const std::filesystem::path& folder,
+                  Findings* findings)
+      : document_(document), json_(document.json()), folder_(folder), findings_(findings) {}
+
+  void Run() {
+    if (!json_.is_object()) {
+      Report("", Severity::kError, "a description is an object, not " + TypeName(json_));
+      return;
+    }
+    LintNames();
+    LintInputs();
+    LintShaders();
+    LintSettings();
+    LintUnknownKeys();
+    LintParameters(document_, findings_);
+  }
+
+ private:
+  void Report(const std::string& pointer, Severity severity, std::string message) {
+    findings_->push_back(document_.At(pointer, severity, std::move(message)));
+  }
+
+  static std::string TypeName(const Json& value) { return std::string("a ") + value.type_name(); }
+
+  // The value of an optional key if it is there and of that type.
+  const Json* Get(const char* key, Json::value_t type, const char* wanted) {
+    const auto found = json_.find(key);
+    if (found == json_.end()) return nullptr;
+    if (found->type() == type) return &*found;
+    Report("/" + std::string(key), Severity::kError,
+           std::string("must be ") + wanted + ", not " + TypeName(*found));
+    return nullptr;
+  }
+
+  const std::string* GetText(const char* key) {
+    const Json* value = Get(key, Json::value_t::string, "a text");
+    return value == nullptr ? nullptr : &value->get_ref<const std::string&>();
+  }
+
+  void LintNames() {
+    const std::string* type = GetText("effect_type");
+    if (type == nullptr && !json_.contains("effect_type")) {
+      Report("", Severity::kError,
+             "\"effect_type\" is missing; it must be \"audio_visualization\"");
+    } else if (type != nullptr && *type != "audio_visualization") {
+      Report("/effect_type", Severity::kError,
+             "must be \"audio_visualization\", not \"" + *type + "\": the package is ignored");
+    }
+    const std::string* name = GetText("unique_name");
+    if (!json_.contains("unique_name") || (name != nullptr && name->empty())) {
+      Report("", Severity::kError, "\"unique_name\" is missing; hosts find the effect by it");
+    }
+    if (!json_.contains("display_name")) {
+      Report("", Severity::kWarning, "\"display_name\" is missing; users see an empty name");
+    }
+    GetText("display_name");
+    GetText("version");
+  }
+
+  // Reports entries of other types; the texts of an array.
+  std::vector<std::pair<std::string, std::string>> Entries(const char* key) {
+    std::vector<std::pair<std::string, std::string>> entries;
+    const Json* list = Get(key, Json::value_t::array, "an array of texts");
+    if (list == nullptr) return entries;
+    for (size_t i = 0; i < list->size(); ++i) {
+      const std::string pointer = "/" + std::string(key) + "/" + std::to_string(i);
+      const Json& entry = (*list)[i];
+      if (entry.is_string()) {
+        entries.emplace_back(pointer, entry.get<std::string>());
+      } else {
+        Report(pointer, Severity::kError, "must be a text, not " + TypeName(entry));
+      }
+    }
+    return entries;
+  }
+
+  void LintInputs() {
+    bool person = false;
+    bool mask = false;
+    for (const auto& [pointer, name] : Entries("input_list")) {
+      if (name == "human_segment") {
+        person = true;
+      } else if (name == "mask") {
+        mask = true;
+      } else {
+        Report(pointer, Severity::kWarning,
+               "\"" + name + "\" is no input; there are \"human_segment\" and \"mask\"");
+      }
+    }
+    if (person && mask) {
+      Report("/input_list", Severity::kError,
+             "\"human_segment\" and \"mask\" exclude each other: every frame would fail");
+    }
+  }
+
+  void LintFile(const std::string& pointer, const std::string& entry) {
+    const std::filesystem::path file = PackageFile(folder_, entry);
+    std::error_code code;
+    if (std::filesystem::is_regular_file(file, code)) return;
+    Report(pointer, Severity::kError, "there is no file " + host::Utf8(file));
+  }
+
+  void LintShaders() {
+    for (const auto& [pointer, entry] : Entries("opengl_frag")) {
+      if (!IsBuiltinShader(json_, entry)) LintFile(pointer, entry);
+    }
+    if (!json_.contains("opengl_frag") || json_["opengl_frag"] == Json::array()) {
+      Report("", Severity::kError, "\"opengl_frag\" names no shader: the effect draws nothing");
+    }
+    const auto vertex_shaders = Entries("opengl_vert");
+    for (const auto& [pointer, entry] : vertex_shaders) LintFile(pointer, entry);
+    if (vertex_shaders.size() > 1) {
+      Report("/opengl_vert/1", Severity::kWarning, "only the first vertex shader is used");
+    }
+    const std::string* blend = GetText("blend_script");
+    if (blend != nullptr && !blend->empty()) LintFile("/blend_script", *blend);
+  }
+
+  void LintSettings() {
+    Get("without_blend", Json::value_t::boolean, "true or false");
+    Get("original", Json::value_t::boolean, "true or false");
+    const std::string* enciphered = GetText("ENCRYPT");
+    if (enciphered != nullptr && *enciphered != "1" && *enciphered != "0") {
+      Report("/ENCRYPT", Severity::kWarning,
+             "only \"1\" marks the shader files as enciphered, \"" + *enciphered + "\" does not");
+    }
+    const std::string* quality = GetText("quality");
+    if (quality != nullptr && *quality != "low" && *quality != "medium" && *quality != "high") {
+      Report("/quality", Severity::kWarning,
+             "\"" + *quality +
+                 "\" is none of \"low\", \"medium\" and \"high\"; it counts as "
+                 "\"medium\"");
+    }
+  }
+
+  // A key that is not known does no harm, unless it is one that is misspelt.
+  void LintUnknownKeys() {
+    const std::vector<std::string> known = {
+        "effect_type", "unique_name", "display_name", "version",      "input_list",
+        "params",      "opengl_frag", "opengl_vert",  "blend_script", "without_blend",
+        "quality",     "ENCRYPT",     "original"};
+    for (const auto& [key, value] : json_.items()) {
+      if (std::find(known.begin(), known.end(), key) != known.end()) continue;
+      const auto nearest = host::NearestName(key, known);
+      if (!nearest) continue;
+      Report("/" + key, Severity::kWarning,
+             "is not a key of descriptions; did you mean \"" + *nearest + "\"?");
+    }
+  }
+
+  const DescriptionDocument& document_;
+  const Json& json_;
+  const std::filesystem::path& folder_;
+  Findings* findings_;
+};
+
+}  // namespace
+
+void LintDescription(const DescriptionDocument& document, const std::filesystem::path& folder,
+                     Findings* findings) {
+  DescriptionLint(document, folder, findings).Run();
+}
+
+bool IsBuiltinShader(const nlohmann::ordered_json& description, const std::string& entry) {
+  const auto version = description.find("version");
+  if (version != description.end() && *version != "") return false;
+  const std::string name = entry.substr(entry.rfind('\\') + 1);
+  return std::find(kBuiltinShaders.begin(), kBuiltinShaders.end(), name) != kBuiltinShaders.end();
+}
+
+std::vector<std::string> TextsOf(const nlohmann::ordered_json& description, const char* key) {
+  std::vector<std::string> texts;
+  const auto found = description.find(key);
+  if (found == description.end()) return texts;
+  if (found->is_string()) return {found->get<std::string>()};
+  if (!found->is_array()) return texts;
+  for (const Json& entry : *found) {
+    if (entry.is_string()) texts.push_back(entry.get<std::string>());
+  }
+  return texts;
+}
+
+std::filesystem::path PackageFile(const std::filesystem::path& folder, const std::string& entry) {
+  std::string portable = entry;
+  std::replace(portable.begin(), portable.end(), '\\', '/');
+  return folder / host::PathFromUtf8(portable).relative_path();
+}
+
+}  // namespace krv::tool

@@ -1,0 +1,11 @@
+// krv list: the effects there are.
+#pragma once
+
+#include "command.h"
+
+namespace krv::tool {
+
+// Adds the subcommand; *action becomes what it does when the user chooses it.
+void AddListCommand(CLI::App& app, Action* action);
+
+}  // namespace krv::tool
