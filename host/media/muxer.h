@@ -1,0 +1,46 @@
+// A container file being written.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "media/av_ptr.h"
+#include "media/media_file.h"
+
+struct AVCodecParameters;
+struct AVStream;
+
+namespace krv::host {
+
+// Streams are added first, then packets written. Packets of different streams may come in any order
+// within a second or so. All operations throw MediaError.
+class Muxer {
+ public:
+  // `container`: FFmpeg's name. `name`: the output's name in messages.
+  Muxer(const std::filesystem::path& path, const std::string& container, std::string name);
+
+  // Whether codecs keep their headers apart from the stream.
+  bool WantsGlobalHeader() const;
+
+  // Adds the stream an opened encoder writes; the stream is the muxer's.
+  AVStream* AddStream(const AVCodecContext& encoder);
+
+  // Adds a stream of packets copied from elsewhere, timed in `tick`.
+  AVStream* AddStream(const AVCodecParameters& parameters, const Timestamp& tick);
+
+  // Opens the file and writes what precedes the packets.
+  void Start();
+
+  // Takes the packet's contents. `tick`: of the packet's timestamps.
+  void Write(AVPacket* packet, const AVStream& stream, const Timestamp& tick);
+
+  // Completes and closes the file.
+  void Finish();
+
+ private:
+  std::filesystem::path path_;
+  std::string name_;
+  OutputPtr format_;
+};
+
+}  // namespace krv::host
