@@ -23,8 +23,9 @@ class AudioVisualProcess {
   // `level` becomes 50 + 100 x (d + 150) / 180, d being the mean in dB of all bands above -150 dB;
   // 0 when there is none. It is not limited to a range.
   //
-  // A block without samples, without channels or of fewer than 2 sample frames, and one that
-  // memory does not suffice for, gives an empty image and level 0.
+  // A block without samples, without channels or of fewer than 2 sample frames, and one that no
+  // transform can be had for, gives an empty image and level 0. Throws std::bad_alloc when memory
+  // runs out.
   virtual void Process(cv::Mat& image, int32_t sample_frames, uint8_t channels,
                        const int16_t* samples, float& level) = 0;
 };
