@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -33,10 +34,9 @@ class BoundaryTest : public ::testing::Test {
     StartUp();
   }
 
-  // "<test's name>.<name>".
-  static std::string Unique(const std::string& name) {
-    return std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "." +
-           name;
+  // A name that no other test has used.
+  std::string Unique(const std::string& name) const {
+    return packages_.path().filename().string() + "." + name;
   }
 
   std::filesystem::path WritePackage(const std::filesystem::path& folder, const std::string& text) {
@@ -67,7 +67,7 @@ class BoundaryTest : public ::testing::Test {
   uint32_t EffectCount() {
     RawRegistrar ignored;
     uint32_t count = 0;
-    while (library_.register_effect(count, ignored.object()) == 0) ++count;
+    while (library_.register_effect(count, ignored.object()) != 2) ++count;
     return count;
   }
 

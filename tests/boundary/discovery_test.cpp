@@ -203,9 +203,9 @@ TEST_F(Discovery, FolderNamesWithSpacesPercentSignsAndOtherScripts) {
   const auto file = WritePackage("50 %s %n/Größe 音楽/пакет", PackageText(Unique("effect")));
   const std::string path = file.parent_path().parent_path().string();
   ASSERT_EQ(Register(path), 0);
-  EXPECT_TRUE(CanCreate(Unique("effect")));
   ASSERT_THAT(host_.log, SizeIs(1));
   EXPECT_EQ(host_.log[0].text, ExpectedLogLine(Unique("effect"), path));
+  EXPECT_TRUE(CanCreate(Unique("effect")));
 }
 
 TEST_F(Discovery, BackslashesSeparateFoldersToo) {

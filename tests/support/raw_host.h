@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,6 +22,10 @@ struct LogLine {
   std::string format;  // as the plug-in passed it
   std::string text;    // with its arguments
 };
+
+inline std::ostream& operator<<(std::ostream& out, const LogLine& line) {
+  return out << line.level << ": " << line.text;
+}
 
 class RawHost {
  public:
