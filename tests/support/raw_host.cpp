@@ -46,6 +46,8 @@ void RawHost::Log(Object* self, int32_t level, const char* format, ...) {
   char text[8192];
   va_list arguments;
   va_start(arguments, format);
+  // The analyser misses that va_start initialises it.
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
   std::vsnprintf(text, sizeof(text), format, arguments);
   va_end(arguments);
   self->owner->log.push_back({level, format, text});
