@@ -1,5 +1,6 @@
 #include "plugin_host.h"
 
+#include "package_files.h"
 #include "platform/process.h"
 #include "utf8_path.h"
 
@@ -46,19 +47,34 @@ PluginHost::~PluginHost() {
 }
 
 bool PluginHost::RegisterPackages(const std::filesystem::path& folder, std::string* error) {
+  int32_t code = RegisterFolder(folder, error);
+  if (code == kOk) return true;
+  const std::vector<std::filesystem::path> packages = FindPackageFolders(folder);
+  if (code == kNothingToDo || packages.size() < 2) return false;
+  // The plug-in stops at the first package that it cannot read; the others may well be whole.
+  size_t broken = 0;
+  for (const std::filesystem::path& package : packages) {
+    std::string reason;
+    code = RegisterFolder(package, &reason);
+    if (code == kOk || code == kNothingToDo) continue;
+    if (broken++ == 0) *error = reason;
+  }
+  if (broken > 1) *error += " (and " + std::to_string(broken - 1) + " more)";
+  return false;
+}
+
+int32_t PluginHost::RegisterFolder(const std::filesystem::path& folder, std::string* error) {
   TakeErrors();
   RecordingRegistrar announced;
   const std::string path = Utf8(folder);
   const int32_t code = plugin_->register_effect_from_conf_path(path.c_str(), &announced);
-  if (code == kOk) return true;
   if (code == kNothingToDo) {
     *error = path + ": there is no effect package in this folder";
-    return false;
+  } else if (code != kOk) {
+    const std::string reason = TakeErrors();
+    *error = path + ": the package cannot be read: " + reason + "; `krv check` says more";
   }
-  const std::string reason = TakeErrors();
-  *error = path + ": a package cannot be read" + (reason.empty() ? "" : ": " + reason) +
-           "; `krv check` on the packages in it says more";
-  return false;
+  return code;
 }
 
 std::vector<EffectListing> PluginHost::ListEffects() const {

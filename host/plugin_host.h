@@ -33,7 +33,8 @@ class PluginHost {
   PluginHost& operator=(const PluginHost&) = delete;
 
   // Registers every package under `folder`. What was registered earlier under the same unique name
-  // stays. False when nothing was found or a description cannot be read, with one line in *error.
+  // stays. False, with one line in *error, when there is no package, or when a description cannot
+  // be read; the other packages are registered all the same.
   bool RegisterPackages(const std::filesystem::path& folder, std::string* error);
 
   // Every registered effect, in order of registration, as the plug-in announces it.
@@ -55,6 +56,9 @@ class PluginHost {
 
  private:
   explicit PluginHost(const PluginHostOptions& options) : options_(options) {}
+
+  // One call of the plug-in; its result.
+  int32_t RegisterFolder(const std::filesystem::path& folder, std::string* error);
 
   PluginHostOptions options_;
   std::unique_ptr<GlContext> context_;

@@ -19,6 +19,16 @@ struct ListOptions {
   bool json = false;
 };
 
+// A float as the double with the same shortest decimal form: 0.1, not 0.10000000149011612.
+double ShortestDouble(double number) {
+  std::array<char, 64> text{};
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), static_cast<float>(number));
+  double shortest = number;
+  std::from_chars(text.data(), end.ptr, shortest);
+  return shortest;
+}
+
 nlohmann::ordered_json ToJson(const ParameterListing& parameter) {
   nlohmann::ordered_json json{{"name", parameter.name},
                               {"kind", host::ParameterKindName(parameter.kind)}};
@@ -30,9 +40,9 @@ nlohmann::ordered_json ToJson(const ParameterListing& parameter) {
       json["default"] = parameter.default_text;
       break;
     case kKindFloat:
-      json["minimum"] = parameter.minimum;
-      json["maximum"] = parameter.maximum;
-      json["default"] = parameter.default_number;
+      json["minimum"] = ShortestDouble(parameter.minimum);
+      json["maximum"] = ShortestDouble(parameter.maximum);
+      json["default"] = ShortestDouble(parameter.default_number);
       break;
     default:
       json["minimum"] = static_cast<int32_t>(parameter.minimum);
@@ -66,11 +76,7 @@ std::string NumberText(ParameterKind kind, double number) {
                   static_cast<unsigned>(static_cast<int32_t>(number)));
     return text.data();
   }
-  // As a float, so that 0.1 is not shown with the digits of its nearest double.
-  const auto end =
-      kind == kKindFloat
-          ? std::to_chars(text.data(), text.data() + text.size(), static_cast<float>(number))
-          : std::to_chars(text.data(), text.data() + text.size(), static_cast<int32_t>(number));
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), ShortestDouble(number));
   return {text.data(), end.ptr};
 }
 
