@@ -250,7 +250,18 @@ TEST_F(FlatEdgeCases, ExtremeParametersStayNumbers) {
   }
 }
 
-TEST_F(FlatEdgeCases, BarsOfBothKindsGrowFromTheBottomOfThePicture) {
+TEST_F(FlatEdgeCases, PulsesOfAnyWidthComeToAnEnd) {
+  for (const float width : {-1e30f, 1e5f, 1e30f}) {
+    FlatFigure figure;
+    figure.geometry_type = 3;
+    figure.pulse_width = width;
+    for (const Pixel& pixel : DrawFigure(*program_, figure, 16, 9, GL_RGBA32F).pixels) {
+      for (const double channel : pixel) ASSERT_TRUE(std::isfinite(channel)) << width;
+    }
+  }
+}
+
+TEST_F(FlatEdgeCases, BarsGrowFromTheBottomOfThePicture) {
   FlatFigure figure = FullBar();
   figure.spectrum = {0.5f};
   const Picture picture = DrawFloats(figure);

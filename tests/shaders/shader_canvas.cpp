@@ -16,7 +16,7 @@ constexpr std::string_view kVertexBody =
 // The vertex stage must speak the fragment stage's language.
 std::string VertexSource(std::string_view fragment_source) {
   const std::string version(fragment_source.substr(0, fragment_source.find('\n') + 1));
-  const bool old = version == "#version 120\n";
+  const bool old = version == "#version 120\n" || version == "#version 100\n";
   return version + (old ? "#define in attribute\n" : "") + std::string(kVertexBody);
 }
 

@@ -1,6 +1,9 @@
 
 // Flat figures on a rectangle in space, seen by a camera on the z axis. One ray per pixel meets the
 // rectangle's plane once; the distance from there to the figure decides the coverage.
+//
+// Loops end at their last statement: a renderer that works on many pixels at once runs whatever
+// follows a break, for all of them.
 
 uniform float scale_x;  // of the rectangle; 0: nothing but black
 uniform float scale_y;
@@ -51,7 +54,7 @@ const int RECTANGLE_COLUMNS = 5;
 
 const float CAMERA_Z = 20.0;
 const float HALF_VIEW = 5.3589838486224541;  // what 30 degrees show at that distance: 20 tan(15)
-const int MAX_PULSES = 4096;                 // that reach one pixel
+const float MAX_PULSES = 4096.0;             // that reach one pixel
 
 // The rectangle: local coordinates run along right (0..quad_width) and up (0..quad_height) from
 // its corner.
@@ -97,13 +100,15 @@ float audioGain() {
 // The level, 0..1, at u across the figure.
 float getAudioIntensity(float u) {
   u = audioCoordinate(u);
-  float val;
-  if (audio_averaging) {
-    float left = u - mod(u, 0.2);
-    float right = left + 0.2;
-    val = cubicPulse(left, 0.18, spectrum(left), u) + cubicPulse(right, 0.18, spectrum(right), u);
-  } else {
-    val = spectrum(u);
+  // One sample as it is, or the two around u eased into each other.
+  int samples = audio_averaging ? 2 : 1;
+  float at = audio_averaging ? u - mod(u, 0.2) : u;
+  float val = 0.0;
+  for (int k = 1;; k++) {
+    float level = spectrum(at);
+    val += audio_averaging ? cubicPulse(at, 0.18, level, u) : level;
+    if (k >= samples) break;
+    at += 0.2;
   }
   return val < 0.05 ? 0.0 : smoothstep(0.0, 1.0, val * audio_gain);
 }
@@ -133,22 +138,8 @@ float usqdLineSegment(vec2 p, vec2 a, vec2 b) {
   return dot(d, d);
 }
 
-// The shapes below take p relative to the item's place on the base edge.
-
-float barDistance(vec2 p, float level) {
-  float half_width = spectrum_width * quad_width * 0.01;
-  float height = quad_height * (spectrum_minimum_height * 0.01 * (1.0 - level) + level);
-  float centre = (direction == 0 ? height : quad_height) * 0.5;
-  return sdRoundBox(p - vec2(0.0, centre), vec2(half_width, height * 0.5),
-                    half_width * spectrum_round);
-}
-
-float pointDistance(vec2 p, float level) {
-  return length(p - vec2(0.0, curveHeight(level) + baseLine())) - point_size * quad_width * 0.005;
-}
-
 // From the item before to this one.
-float lineDistance(vec2 p, float pitch, float level_before, float level) {
+float strokeDistance(vec2 p, float pitch, float level_before, float level) {
   p.y -= baseLine();
   vec2 from = vec2(-pitch, curveHeight(level_before));
   vec2 to = vec2(0.0, curveHeight(level));
@@ -169,25 +160,31 @@ float nearestBlock(float y, float level, float half_height, float gap, float rou
   return first + pitch * clamp(floor((y - first) / pitch + 0.5), 0.0, above_first);
 }
 
-float circleColumnDistance(vec2 p, float level) {
-  float r = circle_size * quad_width * 0.015;
-  float gap = clrcle_gap_size * quad_width * 0.03;
-  if (2.0 * r + gap <= 0.0) return end;
-  return length(p - vec2(0.0, nearestBlock(p.y, level, r, gap, 0.0))) - r;
-}
-
-float rectangleColumnDistance(vec2 p, float level) {
-  vec2 b = vec2(rectangle_width, rectangle_height) * quad_width * 0.015;
-  float gap = rectangle_gap_size * quad_width * 0.03;
-  if (2.0 * b.y + gap <= 0.0) return end;
-  return sdRoundBox(p - vec2(0.0, nearestBlock(p.y, level, b.y, gap, 0.5)), b, 0.0);
-}
-
+// Every item but a stroke is a rounded box; a point and a circle are nothing but corners. p is
+// relative to the item's place on the base edge.
 float itemDistance(vec2 p, float level) {
-  if (geometry_type == BARS) return barDistance(p, level);
-  if (geometry_type == POINTS) return pointDistance(p, level);
-  if (geometry_type == CIRCLE_COLUMNS) return circleColumnDistance(p, level);
-  return rectangleColumnDistance(p, level);
+  vec2 half_size;
+  float corner = 0.0;
+  float centre;
+  if (geometry_type == BARS) {
+    float height = quad_height * (spectrum_minimum_height * 0.01 * (1.0 - level) + level);
+    half_size = vec2(spectrum_width * quad_width * 0.01, height * 0.5);
+    corner = half_size.x * spectrum_round;
+    centre = direction == 0 ? half_size.y : quad_height * 0.5;
+  } else if (geometry_type == POINTS) {
+    half_size = vec2(point_size * quad_width * 0.005);
+    corner = half_size.x;
+    centre = curveHeight(level) + baseLine();
+  } else {
+    bool circles = geometry_type == CIRCLE_COLUMNS;
+    vec2 size = circles ? vec2(circle_size) : vec2(rectangle_width, rectangle_height);
+    half_size = size * quad_width * 0.015;
+    float gap = (circles ? clrcle_gap_size : rectangle_gap_size) * quad_width * 0.03;
+    if (2.0 * half_size.y + gap <= 0.0) return end;
+    corner = circles ? half_size.x : 0.0;
+    centre = nearestBlock(p.y, level, half_size.y, gap, circles ? 0.0 : 0.5);
+  }
+  return sdRoundBox(p - vec2(0.0, centre), half_size, corner);
 }
 
 int itemCount() {
@@ -220,18 +217,19 @@ float rowDistance(vec2 p) {
   float level_before = 0.0;
   for (int k = 0; k < 6; k++) {
     float i = from + float(k);
-    if (i > to || nearest <= EPSILON) break;
     float level = itemLevel(i, n);
     vec2 local = vec2(p.x - (i + 0.5) * pitch, p.y);
     if (!strokes) nearest = min(nearest, itemDistance(local, level));
-    if (strokes && k > 0) nearest = min(nearest, lineDistance(local, pitch, level_before, level));
+    if (strokes && k > 0) nearest = min(nearest, strokeDistance(local, pitch, level_before, level));
     level_before = level;
+    if (i >= to || nearest <= EPSILON) break;
   }
   return nearest;
 }
 
 // The sum of the pulses at five places around p, added up pulse by pulse so that each one's level
-// is read once. Only the pulses that reach one of the places are visited.
+// is read once. Only the pulses that reach one of the places are visited; where none does, one that
+// adds nothing is.
 void addPulses(float x, float spacing, inout float curve[5]) {
   float n = float(pulse_count);
   float half_width = quad_width * 2.0 * pulse_width * 0.05;
@@ -239,15 +237,17 @@ void addPulses(float x, float spacing, inout float curve[5]) {
   float shift = half_width - offset_x * quad_width;
   float low = clamp(x - 2.0 * abs(spacing), 0.0, quad_width);
   float high = clamp(x + 2.0 * abs(spacing), 0.0, quad_width);
-  int first = int(ceil(((low - 2.0 * half_width) / quad_width + offset_x) * n));
-  int last = int(floor((high / quad_width + offset_x) * n));
-  if (last - first >= MAX_PULSES) last = first + MAX_PULSES - 1;
-  for (int i = first; i <= last; i++) {
-    float height = curveHeight(getAudioIntensity(float(i) / n));
-    float centre = pitch * float(i) + shift;
+  float last = floor((high / quad_width + offset_x) * n);
+  float first = ceil(((low - 2.0 * half_width) / quad_width + offset_x) * n);
+  first = max(first, last - MAX_PULSES);
+  for (int visited = 0;; visited++) {
+    float i = first + float(visited);
+    float height = curveHeight(getAudioIntensity(i / n));
+    float centre = pitch * i + shift;
     for (int k = 0; k < 5; k++) {
       curve[k] += cubicPulse(centre, half_width, height, x + float(k - 2) * spacing);
     }
+    if (!(i < last)) break;
   }
 }
 

@@ -64,29 +64,27 @@ vec3 channelOrder(vec3 c) {
 #endif
 }
 
-vec4 gradientStop(float index, float count) {
-  return texture(gradient_color_tex, vec2((index + 0.5) / count, 0.0));
-}
-
 // The gradient at pos, 0..1; black with fewer than two stops. Stops are taken as they come: where
 // none encloses pos, as in an unsorted list, it stays black too.
 vec3 getGradientColor(float pos) {
   vec3 result = vec3(0.0);
-  float count = float(gradient_color_count);
-  vec4 second = gradientStop(0.0, max(count, 1.0));
-  for (int i = 0; i < gradient_color_count - 1; i++) {
-    vec4 first = second;
-    second = gradientStop(float(i) + 1.0, count);
-    if (first.a <= pos && pos <= second.a) {
-      float width = second.a - first.a;
-      result = mix(first.rgb, second.rgb, width > 0.0 ? (pos - first.a) / width : 0.0);
-      break;
+  int last = gradient_color_count - 1;
+  vec4 before = vec4(0.0);
+  for (int i = 0;; i++) {
+    float u = (float(i) + 0.5) / max(float(gradient_color_count), 1.0);
+    vec4 stop = texture(gradient_color_tex, vec2(u, 0.0));
+    bool enclosed = before.a <= pos && pos <= stop.a;
+    bool ahead = i == 1 && pos < before.a;
+    if (i > 0 && enclosed) {
+      float width = stop.a - before.a;
+      result = mix(before.rgb, stop.rgb, width > 0.0 ? (pos - before.a) / width : 0.0);
+    } else if (ahead) {
+      result = before.rgb;
+    } else if (i > 0 && i == last && pos > stop.a) {
+      result = stop.rgb;
     }
-    if (i == 0 && pos < first.a) {
-      result = first.rgb;
-      break;
-    }
-    if (i == gradient_color_count - 2 && pos > second.a) result = second.rgb;
+    if (i >= last || (i > 0 && (enclosed || ahead))) break;
+    before = stop;
   }
   return channelOrder(result);
 }
