@@ -2,6 +2,7 @@
 
 extern "C" {
 #include <libavutil/error.h>
+#include <libavutil/log.h>
 }
 
 namespace krv::host {
@@ -12,5 +13,7 @@ int CheckAv(int code, const std::string& subject) {
   av_strerror(code, reason, sizeof reason);
   throw MediaError(subject + ": " + reason);
 }
+
+void SilenceAvLog() { av_log_set_level(AV_LOG_QUIET); }
 
 }  // namespace krv::host

@@ -15,4 +15,8 @@ class MediaError : public std::runtime_error {
 // Throws "SUBJECT: REASON" when `code`, the result of an FFmpeg call, is an error; else returns it.
 int CheckAv(int code, const std::string& subject);
 
+// Keeps FFmpeg's libraries from writing to the error output; what matters arrives as MediaError.
+// For the whole process.
+void SilenceAvLog();
+
 }  // namespace krv::host

@@ -38,18 +38,26 @@ MediaWriter::MediaWriter(const std::filesystem::path& path, const MovieSettings&
     av_dict_set(&video_stream_->metadata, "alpha_mode", "1", 0);
   }
   AddAudio(settings);
-  muxer_.Start();
+  muxer_.Start(settings.audio.sample_rate);
 }
 
 void MediaWriter::AddAudio(const MovieSettings& settings) {
   if (settings.copy) {
     copy_.emplace(settings.copy->path, settings.copy->origin);
+    SkipPreroll();
     audio_stream_ = muxer_.AddStream(copy_->parameters(), copy_->tick());
-    next_copied_ = copy_->Next();
     return;
   }
   audio_.emplace(settings.output.audio_encoder, settings.audio, muxer_.WantsGlobalHeader());
   audio_stream_ = muxer_.AddStream(audio_->context());
+}
+
+void MediaWriter::SkipPreroll() {
+  const AVRational tick = {copy_->tick().numerator, copy_->tick().denominator};
+  do {
+    next_copied_ = copy_->Next();
+  } while (next_copied_ != nullptr && av_compare_ts(next_copied_->pts + next_copied_->duration,
+                                                    tick, -kPrerollMs, {1, 1000}) < 0);
 }
 
 void MediaWriter::WriteVideoPacket(AVPacket* packet) {
@@ -67,8 +75,6 @@ void MediaWriter::CopyAudioUntil(int64_t frame) {
   const AVRational tick = {copy_->tick().numerator, copy_->tick().denominator};
   for (; next_copied_ != nullptr; next_copied_ = copy_->Next()) {
     if (av_compare_ts(next_copied_->dts, tick, frame, frame_time) >= 0) return;
-    const int64_t end = next_copied_->dts + next_copied_->duration;
-    if (av_compare_ts(end, tick, -kPrerollMs, {1, 1000}) < 0) continue;
     muxer_.Write(next_copied_, *audio_stream_, copy_->tick());
   }
 }

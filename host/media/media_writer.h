@@ -45,6 +45,7 @@ class MediaWriter final : public FrameSink {
   void AddAudio(const MovieSettings& settings);
   void WriteVideoPacket(AVPacket* packet);
   void WriteAudioPacket(AVPacket* packet);
+  void SkipPreroll();                  // goes to the first packet to be copied
   void CopyAudioUntil(int64_t frame);  // packets that begin before the frame does
 
   PartFile file_;

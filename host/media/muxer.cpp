@@ -1,6 +1,7 @@
 #include "media/muxer.h"
 
 #include <new>
+#include <string_view>
 
 #include "media/media_error.h"
 #include "utf8_path.h"
@@ -13,10 +14,16 @@ extern "C" {
 namespace krv::host {
 
 Muxer::Muxer(const std::filesystem::path& path, const std::string& container, std::string name)
-    : path_(path), name_(std::move(name)) {
+    : name_(std::move(name)) {
   AVFormatContext* format = nullptr;
-  CheckAv(avformat_alloc_output_context2(&format, nullptr, container.c_str(), nullptr), name_);
+  const std::string url = "file:" + Utf8(path);
+  CheckAv(avformat_alloc_output_context2(&format, nullptr, container.c_str(), url.c_str()), name_);
   format_.reset(format);
+}
+
+bool Muxer::IsMatroska() const {
+  const std::string_view container = format_->oformat->name;
+  return container == "matroska" || container == "webm";
 }
 
 bool Muxer::WantsGlobalHeader() const {
@@ -42,18 +49,28 @@ AVStream* Muxer::AddStream(const AVCodecParameters& parameters, const Timestamp&
   return stream;
 }
 
-void Muxer::Start() {
-  CheckAv(avio_open(&format_->pb, ("file:" + Utf8(path_)).c_str(), AVIO_FLAG_WRITE), name_);
+void Muxer::Start(int ticks_per_second) {
+  format_->strict_std_compliance = FF_COMPLIANCE_EXPERIMENTAL;  // FLAC in MP4
+  CheckAv(avio_open(&format_->pb, format_->url, AVIO_FLAG_WRITE), name_);
   AVDictionary* options = nullptr;
-  // Lets players begin before they have the whole file. Other containers do not know the option.
-  av_dict_set(&options, "movflags", "+faststart", 0);
+  // MP4 and MOV only; other containers do not know the options.
+  av_dict_set(&options, "movflags", "+faststart", 0);  // players begin before they have it all
+  av_dict_set_int(&options, "movie_timescale", ticks_per_second, 0);
   const int code = avformat_write_header(format_.get(), &options);
   av_dict_free(&options);
   CheckAv(code, name_);
 }
 
 void Muxer::Write(AVPacket* packet, const AVStream& stream, const Timestamp& tick) {
-  av_packet_rescale_ts(packet, {tick.numerator, tick.denominator}, stream.time_base);
+  const AVRational time_base = {tick.numerator, tick.denominator};
+  if (IsMatroska() && stream.codecpar->codec_id == AV_CODEC_ID_OPUS) {
+    // Readers of Matroska move Opus ahead by the codec's delay; it is stored that much later.
+    const AVRational sample = {1, stream.codecpar->sample_rate};
+    const int64_t delay = av_rescale_q(stream.codecpar->initial_padding, sample, time_base);
+    packet->pts += delay;
+    packet->dts += delay;
+  }
+  av_packet_rescale_ts(packet, time_base, stream.time_base);
   packet->stream_index = stream.index;
   packet->pos = -1;
   CheckAv(av_interleaved_write_frame(format_.get(), packet), name_);

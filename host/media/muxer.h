@@ -25,11 +25,12 @@ class Muxer {
   // Adds the stream an opened encoder writes; the stream is the muxer's.
   AVStream* AddStream(const AVCodecContext& encoder);
 
-  // Adds a stream of packets copied from elsewhere, timed in `tick`.
+  // Adds a stream of sound copied from elsewhere, timed in `tick`.
   AVStream* AddStream(const AVCodecParameters& parameters, const Timestamp& tick);
 
-  // Opens the file and writes what precedes the packets.
-  void Start();
+  // Opens the file and writes what precedes the packets. `ticks_per_second`: the resolution in
+  // which MP4 and MOV keep the lengths of streams.
+  void Start(int ticks_per_second);
 
   // Takes the packet's contents. `tick`: of the packet's timestamps.
   void Write(AVPacket* packet, const AVStream& stream, const Timestamp& tick);
@@ -38,7 +39,8 @@ class Muxer {
   void Finish();
 
  private:
-  std::filesystem::path path_;
+  bool IsMatroska() const;  // WebM included
+
   std::string name_;
   OutputPtr format_;
 };

@@ -55,6 +55,12 @@ FramePtr PictureConverter::Convert(const Picture& picture) {
   frame->width = width_;
   frame->height = height_;
   frame->format = pixel_format_;
+  if ((Describe(pixel_format_).flags & AV_PIX_FMT_FLAG_RGB) == 0) {
+    frame->colorspace = AVCOL_SPC_BT709;
+    frame->color_primaries = AVCOL_PRI_BT709;
+    frame->color_trc = AVCOL_TRC_BT709;
+    frame->color_range = AVCOL_RANGE_MPEG;
+  }
   CheckAv(av_frame_get_buffer(frame.get(), 0), "picture buffer");
   const Picture& source = Padded(picture);
   const uint8_t* const planes[4] = {source.Row(0), nullptr, nullptr, nullptr};
