@@ -32,8 +32,9 @@ ScopedDrawState::ScopedDrawState() {
   glDepthMask(GL_FALSE);
   glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
   if (glad_glBindVertexArray != nullptr) {
-    glGetIntegerv(GL_VERTEX_ARRAY_BINDING, &vertex_array_);
-    if (vertex_array_ != 0) glBindVertexArray(0);
+    glGetIntegerv(GL_VERTEX_ARRAY_BINDING, &host_vertex_array_);
+    glGenVertexArrays(1, &vertex_array_);
+    glBindVertexArray(vertex_array_);
   }
 }
 
@@ -43,7 +44,27 @@ ScopedDrawState::~ScopedDrawState() {
   glColorMask(color_mask_[0], color_mask_[1], color_mask_[2], color_mask_[3]);
   glClearColor(clear_color_[0], clear_color_[1], clear_color_[2], clear_color_[3]);
   glViewport(viewport_[0], viewport_[1], viewport_[2], viewport_[3]);
-  if (vertex_array_ != 0) glBindVertexArray(static_cast<GLuint>(vertex_array_));
+  if (vertex_array_ != 0) {
+    glBindVertexArray(static_cast<GLuint>(host_vertex_array_));
+    glDeleteVertexArrays(1, &vertex_array_);
+  }
+}
+
+ScopedSamplers::ScopedSamplers(size_t units) {
+  if (glad_glBindSampler == nullptr) return;
+  for (GLuint unit = 0; unit < units; ++unit) {
+    GLint sampler = 0;
+    glActiveTexture(GL_TEXTURE0 + unit);
+    glGetIntegerv(GL_SAMPLER_BINDING, &sampler);
+    if (sampler != 0) glBindSampler(unit, 0);
+    samplers_.push_back(static_cast<GLuint>(sampler));
+  }
+}
+
+ScopedSamplers::~ScopedSamplers() {
+  for (GLuint unit = 0; unit < samplers_.size(); ++unit) {
+    if (samplers_[unit] != 0) glBindSampler(unit, samplers_[unit]);
+  }
 }
 
 ScopedPixelStore::ScopedPixelStore(Direction direction, GLint row_length)

@@ -5,11 +5,12 @@
 
 #include <array>
 #include <cstddef>
+#include <vector>
 
 namespace krv::GL {
 
 // For one draw: depth test and mask, blending, scissor, culling, stencil and logic operation off,
-// every colour channel written, no vertex array object of the host's. Puts these, clear colour and
+// every colour channel written, a vertex array object of its own. Puts these, clear colour and
 // viewport back on destruction.
 class ScopedDrawState {
  public:
@@ -26,7 +27,21 @@ class ScopedDrawState {
   std::array<GLboolean, 4> color_mask_{};
   std::array<GLfloat, 4> clear_color_{};
   std::array<GLint, 4> viewport_{};
-  GLint vertex_array_ = 0;
+  GLint host_vertex_array_ = 0;
+  GLuint vertex_array_ = 0;  // 0 where the driver has none
+};
+
+// For one draw: no sampler object of the host's on the first `units` texture units, whose filters
+// would take the place of the textures' own. Puts them back on destruction.
+class ScopedSamplers {
+ public:
+  explicit ScopedSamplers(size_t units);
+  ScopedSamplers(const ScopedSamplers&) = delete;
+  ScopedSamplers& operator=(const ScopedSamplers&) = delete;
+  ~ScopedSamplers();
+
+ private:
+  std::vector<GLuint> samplers_;  // by unit; empty where the driver has no sampler objects
 };
 
 // For one transfer: rows `row_length` pixels apart (0: tight), byte alignment 1, nothing skipped or
