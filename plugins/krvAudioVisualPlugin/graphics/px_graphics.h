@@ -14,8 +14,8 @@ class PXGraphics {
  public:
   // Makes the device usable. 0, or 1 when there is nothing to draw with.
   virtual int32_t Initialize() = 0;
-  // Directs draws at the image's texture, which the caller keeps alive until the target changes;
-  // null: at nothing. 0, or 1 when the device is not usable.
+  // Directs the calling thread's draws at the image's texture, which the caller keeps alive until
+  // the target changes; null: at nothing. 0, or 1 when the device is not usable.
   virtual int32_t SetTarget(PXImage* image) = 0;
   // Draws into the target. 0, or 1 when the draw is refused or fails.
   virtual int32_t Render(const PXGraphicsContext& context) = 0;

@@ -65,31 +65,43 @@ bool Graphics_Base::IsAvailable() {
 
 bool Graphics_Base::SetTarget(GL::Texture* texture) {
   const std::lock_guard lock(mutex_);
-  target_ = texture;
+  const auto thread = std::this_thread::get_id();
+  if (texture == nullptr) {
+    targets_.erase(thread);
+  } else {
+    targets_[thread] = texture;
+  }
   return true;
+}
+
+GL::Texture* Graphics_Base::Target() const {
+  const auto found = targets_.find(std::this_thread::get_id());
+  return found == targets_.end() ? nullptr : found->second;
 }
 
 bool Graphics_Base::Render(const DrawDescription& draw) {
   const std::lock_guard lock(mutex_);
-  if (target_ == nullptr || draw.program == nullptr) return false;
+  GL::Texture* target = Target();
+  if (target == nullptr || draw.program == nullptr) return false;
   const GL::ScopedDrawState state;
+  const GL::ScopedSamplers samplers(draw.textures.size());
   auto& pool = GL::ResourcePool::Instance();
 
-  target_->Bind();
-  pool.BindFramebuffer(target_->name());
+  glActiveTexture(GL_TEXTURE0);
+  target->Bind();
+  pool.BindFramebuffer(target->name());
   const bool complete = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
   if (complete) {
     // Effects rely on starting from exactly this colour: green without opacity.
     glClearColor(0.0f, 1.0f, 0.0f, 0.0f);
     glClear(GL_COLOR_BUFFER_BIT);
-    glViewport(0, 0, static_cast<GLsizei>(target_->width()),
-               static_cast<GLsizei>(target_->height()));
+    glViewport(0, 0, static_cast<GLsizei>(target->width()), static_cast<GLsizei>(target->height()));
     glUseProgram(draw.program->name());
     SetUniforms(draw);
     DrawByMode(draw);
   }
   UnbindTextures(draw.textures.size());
-  pool.UnbindFramebuffer(target_->name());
+  pool.UnbindFramebuffer(target->name());
   glBindTexture(GL_TEXTURE_2D, 0);
   glUseProgram(0);
   glBindFramebuffer(GL_FRAMEBUFFER, 0);

@@ -1,16 +1,20 @@
 // The plug-in's own OpenGL implementation.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include "graphics/opengl/impl/graphics_impl.h"
 
 namespace krv {
 
 // One per process. SetTarget and Render are serialised by a mutex; the other operations take no
-// lock and must run on the thread whose GL context is current.
+// lock and must run on the thread whose GL context is current. Each thread has a target of its own:
+// a name means nothing in another thread's context, and threads set their targets while others are
+// about to draw.
 //
 // GL state after Render: program 0, framebuffer 0, no array buffer, texture unit 0 active, the
 // textures of the units used unbound; the state listed in gl_state.h as before.
@@ -33,10 +37,11 @@ class Graphics_Base final : public GraphicsImpl {
   bool DrawNone(const DrawDescription& draw) override;
 
  private:
+  GL::Texture* Target() const;
   void DrawByMode(const DrawDescription& draw);
 
-  GL::Texture* target_ = nullptr;  // not owned
-  std::mutex mutex_;               // guards target_ and every draw
+  std::map<std::thread::id, GL::Texture*> targets_;  // not owned; never null
+  std::mutex mutex_;                                 // guards targets_ and every draw
 };
 
 }  // namespace krv

@@ -35,7 +35,8 @@ class GraphicsImpl {
  public:
   // Loads the GL entry points. False without a current context.
   virtual bool Initialize() = 0;
-  // Directs draws at a texture, which the caller keeps alive; null: at nothing.
+  // Directs the calling thread's draws at a texture, which the caller keeps alive; null: at
+  // nothing.
   virtual bool SetTarget(GL::Texture* texture) = 0;
   // Clears the target to (0, 1, 0, 0) and draws into it. False without a target or a program.
   virtual bool Render(const DrawDescription& draw) = 0;
