@@ -29,7 +29,8 @@ class PXImage {
   virtual cv::Mat& Download(cv::Mat& matrix) = 0;
   virtual ~PXImage() = default;
   // Makes the texture (`existing` = 0), or adopts the existing GL texture of that name, and uploads
-  // `pixels` when given. `stride` is bytes per row of `pixels`. 0, or 1.
+  // `pixels` when given. `stride` is bytes per row of `pixels` and of the read-back. 0, or 1: no
+  // device, an unsupported layout or type, a size of 0, a stride below a row of `pixels`.
   virtual int32_t Create(uint32_t existing, uint32_t width, uint32_t height, PixelLayout layout,
                          DataType type, uint32_t stride, const void* pixels) = 0;
   // Each stores its argument and returns 0; Create calls them.

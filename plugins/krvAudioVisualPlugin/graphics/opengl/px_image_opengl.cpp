@@ -67,6 +67,7 @@ int32_t PXImage_OpenGL::Create(uint32_t existing, uint32_t width, uint32_t heigh
   const auto format = FormatOf(layout);
   if (!pixel_type || !format || width == 0 || height == 0) return 1;
   const uint32_t bytes_per_pixel = pixel_type->component_bytes * 4;
+  if (pixels != nullptr && stride < uint64_t{width} * bytes_per_pixel) return 1;
 
   SetKindFlag(1);
   SetWidth(width);
@@ -147,6 +148,8 @@ int PXImage_OpenGL::MatrixType() const {
 
 cv::Mat& PXImage_OpenGL::Download(cv::Mat& matrix) {
   if (texture_ == nullptr || graphics_ == nullptr) return matrix;
+  // An image made without pixels may have a stride that its own rows do not fit into.
+  if (stride_ < texture_->RowBytes() || height_ < texture_->height()) return matrix;
   std::byte* buffer = PixelBuffer();
   if (!ReadPixels(buffer, static_cast<int32_t>(stride_))) return matrix;
   matrix =

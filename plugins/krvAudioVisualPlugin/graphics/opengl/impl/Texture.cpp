@@ -88,6 +88,8 @@ void Texture::Record(uint32_t name, const TextureShape& shape) {
   height_ = shape.height;
 }
 
+size_t Texture::RowBytes() const { return width_ * BytesPerPixel(type_); }
+
 void Texture::Bind() const {
   glBindTexture(target_, name_);
   CheckGl();
@@ -165,12 +167,14 @@ std::shared_ptr<Texture> Texture::Adopt(uint32_t name, const TextureShape& shape
 
 bool Texture::ReadBack(void* destination, int32_t stride) const {
   auto& pool = ResourcePool::Instance();
+  glActiveTexture(GL_TEXTURE0);
+  CheckGl();
   Bind();
   pool.BindFramebuffer(name_);
   bool read = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
   CheckGl();
   if (read) {
-    const size_t row_bytes = width_ * BytesPerPixel(type_);
+    const size_t row_bytes = RowBytes();
     const PackBuffer buffer(row_bytes * height_);
     {
       const ScopedPixelStore store(ScopedPixelStore::Direction::kReadBack, 0);

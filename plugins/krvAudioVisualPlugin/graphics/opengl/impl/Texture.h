@@ -1,6 +1,7 @@
 // GL::Texture: a texture of the pool, or one of the host's.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -18,8 +19,8 @@ struct TextureShape {
 // Held by a shared handle whose deleter gives the name back to the pool, on any thread. Everything
 // else needs the texture's GL context current.
 //
-// Creation leaves GL_TEXTURE_2D of unit 0 unbound and unit 0 active. Textures are sampled linearly
-// and mirrored beyond their edges.
+// Creation and read-back leave GL_TEXTURE_2D of unit 0 unbound and unit 0 active. Textures are
+// sampled linearly and mirrored beyond their edges.
 class Texture {
  public:
   // A texture through the pool, with `pixels` when not null, rows `row_length` pixels apart. Null
@@ -39,6 +40,9 @@ class Texture {
   uint32_t width() const { return width_; }
   uint32_t height() const { return height_; }
 
+  // Bytes of one row of the read-back, without padding.
+  size_t RowBytes() const;
+
   // Binds it to its target on the active unit.
   void Bind() const;
 
@@ -52,9 +56,9 @@ class Texture {
   void Release();
 
   uint32_t name_ = 0;
-  uint32_t target_;
-  uint32_t format_;
-  uint32_t type_;
+  uint32_t target_ = 0;
+  uint32_t format_ = 0;
+  uint32_t type_ = 0;
   uint32_t width_ = 0;
   uint32_t height_ = 0;
   uint64_t owner_ = 0;  // the context it lives in, as the pool counts contexts
