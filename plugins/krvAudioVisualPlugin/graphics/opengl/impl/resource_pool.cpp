@@ -51,6 +51,9 @@ uint32_t MakeTexture(uint32_t internal_format, uint32_t format, uint32_t width, 
   if (name == 0) return 0;
   glBindTexture(GL_TEXTURE_2D, name);
   CheckGl();
+  // With an unpack buffer bound, "no pixels" would mean the start of that buffer.
+  glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+  CheckGl();
   glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(internal_format), static_cast<GLsizei>(width),
                static_cast<GLsizei>(height), 0, format, type, nullptr);
   CheckGl();
@@ -132,7 +135,7 @@ ResourcePool& ResourcePool::Instance() {
 }
 
 // The records of the current context. A handle that the system has given to a new context starts
-// afresh; deletions put off earlier are done now. Null without a current context.
+// afresh; deletions and evictions put off earlier are done now. Null without a current context.
 ResourcePool::ContextRecords* ResourcePool::Current() {
   void* handle = platform::CurrentGlContext();
   if (handle == nullptr) return nullptr;
@@ -151,6 +154,7 @@ ResourcePool::ContextRecords* ResourcePool::Current() {
   ContextRecords& context = found->second;
   for (const uint32_t name : context.doomed) DeleteTexture(name);
   context.doomed.clear();
+  Trim(context);
   return &context;
 }
 

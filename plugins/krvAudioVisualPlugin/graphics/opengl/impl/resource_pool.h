@@ -25,7 +25,7 @@ class ResourcePool {
 
   // A texture of that shape on GL_TEXTURE_2D: a free one, most recently released first, or a new
   // one without defined content. 0 when GL gives none or the internal format is not supported.
-  // Leaves unit 0 active and nothing bound when it makes one.
+  // Leaves unit 0 active, and nothing bound to it nor to GL_PIXEL_UNPACK_BUFFER, when it makes one.
   //
   // A name that comes from the free list has no user count, so the next Release deletes it: a
   // texture is recycled at most once.
