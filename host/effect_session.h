@@ -21,9 +21,9 @@ namespace krv::host {
 class PackageCopy;
 
 struct SessionOptions {
-  std::filesystem::path plugin;                 // the plug-in's file
-  std::vector<std::filesystem::path> packages;  // folders searched for packages
-  std::string unique_name;                      // the effect
+  std::filesystem::path plugin = {};                 // the plug-in's file
+  std::vector<std::filesystem::path> packages = {};  // folders searched for packages
+  std::string unique_name = {};                      // the effect
   DeviceUse device = DeviceUse::kMemory;
   GlContext::Renderer renderer = GlContext::Renderer::kAny;
   // Renders the effect alone, with straight alpha, instead of laying it over the input.

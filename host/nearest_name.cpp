@@ -26,7 +26,7 @@ size_t EditDistance(std::string_view from, std::string_view to) {
 
 std::optional<std::string> NearestName(std::string_view name,
                                        const std::vector<std::string>& names) {
-  size_t best = std::max<size_t>(name.size() / 3, 1) + 1;
+  size_t best = std::max<size_t>((name.size() + 1) / 3, 1) + 1;
   std::optional<std::string> nearest;
   for (const std::string& candidate : names) {
     const size_t distance = EditDistance(name, candidate);

@@ -9,7 +9,7 @@
 namespace krv::host {
 
 // The name that is fewest single-letter edits away from `name`, if that is at most a third of its
-// length (at least 1); the first of equals.
+// length (rounded, at least 1); the first of equals.
 std::optional<std::string> NearestName(std::string_view name,
                                        const std::vector<std::string>& names);
 

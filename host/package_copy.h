@@ -15,10 +15,10 @@ namespace krv::host {
 struct PackageChanges {
   // Appended to the unique name, under which the plug-in would otherwise keep the first package. A
   // suffix keeps the class of effect, which the plug-in chooses by texts inside the name.
-  std::string name_suffix;
-  std::optional<bool> without_blend;
-  std::optional<std::vector<std::string>> fragment_shaders;  // "opengl_frag"
-  std::optional<std::string> blend_script;                   // an empty text removes it
+  std::string name_suffix = {};
+  std::optional<bool> without_blend = {};
+  std::optional<std::vector<std::string>> fragment_shaders = {};  // "opengl_frag"
+  std::optional<std::string> blend_script = {};                   // an empty text removes it
 };
 
 // A copy of a package's folder, removed with the object. Shader files outside the folder are not

@@ -15,12 +15,12 @@ namespace krv::host {
 struct ParameterListing {
   std::string name;
   std::string label;
-  ParameterKind kind;         // kKindInt, kKindFloat, kKindBool, kKindText or kKindColor
-  double minimum = 0;         // not for booleans and texts
-  double maximum = 0;         // not for booleans and texts
-  double default_number = 0;  // a boolean's is 0 or 1; not for texts
-  std::string default_text;   // texts only
-  bool hidden = false;        // not meant for the user to see
+  ParameterKind kind;             // kKindInt, kKindFloat, kKindBool, kKindText or kKindColor
+  double minimum = 0;             // not for booleans and texts
+  double maximum = 0;             // not for booleans and texts
+  double default_number = 0;      // a boolean's is 0 or 1; not for texts
+  std::string default_text = {};  // texts only
+  bool hidden = false;            // not meant for the user to see
 
   // Whether values have to lie in minimum..maximum. Announced limits that leave no room count as
   // none: a package without limits announces 0 and 0.

@@ -1,14 +1,30 @@
 // The program krv: lists, checks and renders audio-visual effects.
 #include <CLI/CLI.hpp>
 #include <exception>
+#include <string>
+#include <vector>
 
 #include "check_command.h"
 #include "command.h"
 #include "list_command.h"
+#include "nearest_name.h"
 
 namespace {
 
 using krv::tool::Action;
+
+// What is wrong with the command line, in one line.
+std::string Explain(const CLI::App& app, const CLI::ParseError& error, const char* first) {
+  const bool no_command =
+      dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && app.get_subcommands().empty();
+  // The library says "A subcommand is required" about a command that it does not know as well.
+  if (!no_command || first == nullptr || *first == '-') return error.what();
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands(nullptr)) names.push_back(command->get_name());
+  const auto nearest = krv::host::NearestName(first, names);
+  return "there is no command \"" + std::string(first) + "\"" +
+         (nearest ? "; did you mean \"" + *nearest + "\"?" : "");
+}
 
 int Run(int argc, char** argv) {
   CLI::App app("Lists, checks and renders audio-visual effects.", "krv");
@@ -22,7 +38,7 @@ int Run(int argc, char** argv) {
   } catch (const CLI::Success& asked) {  // --help, --version
     return app.exit(asked);
   } catch (const CLI::ParseError& error) {
-    return krv::tool::UsageError(std::string(error.what()) + "; `krv --help` shows the usage");
+    return krv::tool::UsageError(Explain(app, error, argv[1]) + "; `krv --help` shows the usage");
   }
   return action();
 }

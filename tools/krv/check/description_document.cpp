@@ -164,6 +164,23 @@ Finding ParseFinding(const std::string& file, const std::string& what) {
 
 }  // namespace
 
+std::string TypeName(const Json& value) {
+  switch (value.type()) {
+    case Json::value_t::null:
+      return "null";
+    case Json::value_t::object:
+      return "an object";
+    case Json::value_t::array:
+      return "an array";
+    case Json::value_t::string:
+      return "a text";
+    case Json::value_t::boolean:
+      return "true or false";
+    default:
+      return "a number";
+  }
+}
+
 std::optional<DescriptionDocument> DescriptionDocument::Read(const std::filesystem::path& path,
                                                              Findings* findings) {
   DescriptionDocument document;

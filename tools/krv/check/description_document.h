@@ -11,6 +11,9 @@
 
 namespace krv::tool {
 
+// A value's type in words: "an object", "a text".
+std::string TypeName(const nlohmann::ordered_json& value);
+
 // Keys that occur twice in one object are reported when the file is read: the value that the
 // plug-in sees is the last.
 class DescriptionDocument {

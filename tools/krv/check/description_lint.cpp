@@ -43,8 +43,6 @@ class DescriptionLint {
     findings_->push_back(document_.At(pointer, severity, std::move(message)));
   }
 
-  static std::string TypeName(const Json& value) { return std::string("a ") + value.type_name(); }
-
   // The value of an optional key if it is there and of that type.
   const Json* Get(const char* key, Json::value_t type, const char* wanted) {
     const auto found = json_.find(key);

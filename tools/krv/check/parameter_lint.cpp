@@ -33,8 +33,7 @@ class ParameterLint {
 
   void Run(std::set<std::string>* names) {
     if (!parameter_.is_object()) {
-      Report("", Severity::kError,
-             std::string("a parameter is an object, not a ") + parameter_.type_name());
+      Report("", Severity::kError, "a parameter is an object, not " + TypeName(parameter_));
       return;
     }
     LintName(names);
@@ -60,7 +59,7 @@ class ParameterLint {
     if (name == nullptr) {
       Report("", Severity::kError, "\"name\" is missing");
     } else if (!name->is_string()) {
-      Report("/name", Severity::kError, std::string("must be a text, not a ") + name->type_name());
+      Report("/name", Severity::kError, "must be a text, not " + TypeName(*name));
     } else if (name->get_ref<const std::string&>().empty()) {
       Report("/name", Severity::kError, "is empty");
     } else if (!names->insert(name->get<std::string>()).second) {
@@ -73,8 +72,7 @@ class ParameterLint {
   std::optional<int64_t> Kind() {
     const Json* ui_type = Get("ui_type");
     if (ui_type != nullptr && !ui_type->is_string()) {
-      Report("/ui_type", Severity::kError,
-             std::string("must be a text, not a ") + ui_type->type_name());
+      Report("/ui_type", Severity::kError, "must be a text, not " + TypeName(*ui_type));
       return std::nullopt;
     }
     if (ui_type != nullptr && *ui_type == "Color") return kKindColor;
@@ -97,7 +95,7 @@ class ParameterLint {
       if (kind == kKindText ? value->is_string() : IsNumber(*value)) continue;
       Report("/" + std::string(key), Severity::kError,
              std::string("must be a ") + (kind == kKindText ? "text" : "number") +
-                 ", as \"type\" says, not a " + value->type_name());
+                 ", as \"type\" says, not " + TypeName(*value));
     }
     if (Get("default_value") == nullptr) {
       Report("", Severity::kWarning, "without \"default_value\" hosts do not see the parameter");
@@ -154,9 +152,8 @@ void LintParameters(const DescriptionDocument& document, Findings* findings) {
     return;
   }
   if (!params->is_array()) {
-    findings->push_back(
-        document.At("/params", Severity::kError,
-                    std::string("must be an array of parameters, not a ") + params->type_name()));
+    findings->push_back(document.At("/params", Severity::kError,
+                                    "must be an array of parameters, not " + TypeName(*params)));
     return;
   }
   std::set<std::string> names;

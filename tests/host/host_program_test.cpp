@@ -1,0 +1,271 @@
+// The built program krv, run as a user runs it.
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+
+#include "host_test_files.h"
+#include "utf8_path.h"
+
+namespace krv::host {
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr char kSound[] = "#version 120\nvoid main() {\n  gl_FragColor = vec4(1.0);\n}\n";
+constexpr char kBrokenInLine3[] = "#version 120\nvoid main() {\n  gl_FragColor = vec4(nope);\n}\n";
+
+struct Outcome {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+class KrvProgram : public FilesTest {
+ protected:
+  Outcome Run(const std::string& arguments) {
+    const std::string out = Utf8(Path("stdout"));
+    const std::string err = Utf8(Path("stderr"));
+    const std::string command =
+        std::string("\"" KRV_PROGRAM "\" ") + arguments + " >\"" + out + "\" 2>\"" + err + "\"";
+    const int status = std::system(command.c_str());
+    return {WEXITSTATUS(status), ReadFile(out), ReadFile(err)};
+  }
+
+  std::string Quoted(const std::string& name) { return "\"" + Utf8(Path(name)) + "\""; }
+
+  Outcome Check(const std::string& name) { return Run("check " + Quoted(name)); }
+
+  // Bad usage: code 2, nothing on standard output, one line on standard error.
+  void ExpectUsageError(const std::string& arguments, const std::string& reason) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.code, 2) << arguments;
+    EXPECT_EQ(outcome.out, "") << arguments;
+    EXPECT_THAT(outcome.err, StartsWith("krv: ")) << arguments;
+    EXPECT_THAT(outcome.err, HasSubstr(reason)) << arguments;
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+  }
+};
+
+TEST_F(KrvProgram, ShowsItsVersionAndItsUsage) {
+  const Outcome version = Run("--version");
+  EXPECT_EQ(version.code, 0);
+  EXPECT_THAT(version.out, ContainsRegex("^krv [0-9]+\\.[0-9]+\\.[0-9]+\n$"));
+  const Outcome help = Run("--help");
+  EXPECT_EQ(help.code, 0);
+  EXPECT_THAT(help.out, HasSubstr("list"));
+  EXPECT_THAT(help.out, HasSubstr("check"));
+  EXPECT_EQ(Run("check --help").code, 0);
+}
+
+TEST_F(KrvProgram, BadUsageIsOneLineAndCode2) {
+  ExpectUsageError("", "subcommand is required");
+  ExpectUsageError("chekc", "there is no command \"chekc\"; did you mean \"check\"?");
+  ExpectUsageError("frobnicate x", "there is no command \"frobnicate\"");
+  ExpectUsageError("list --colour", "--colour");
+  ExpectUsageError("list --packages", "--packages");
+  ExpectUsageError("check", "PACKAGE");
+  ExpectUsageError("check " + Quoted("none"), "there is no such package folder");
+  ExpectUsageError("check " + Quoted(""), "there is no description.json");
+  ExpectUsageError("list --packages " + Quoted("none"), "there is no such folder");
+  ExpectUsageError("list --plugin " + Quoted("none.krv"), "none.krv: there is no such file");
+  ExpectUsageError("list --packages " + Quoted(""), "there is no effect package");
+}
+
+TEST_F(KrvProgram, ListShowsEveryPackageWithItsParameters) {
+  WritePackage("a", "fx.a", kSound, R"("params": [
+      {"name": "gain", "type": 5, "min_value": 0, "max_value": 2, "default_value": 0.1},
+      {"name": "secret", "type": 7, "ui_type": "NoShow", "default_value": true}])");
+  WritePackage("b", "fx.b", kSound);
+  const Outcome outcome = Run("list --packages " + Quoted(""));
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("fx.a  Test\n"));
+  EXPECT_THAT(outcome.out, ContainsRegex("gain +float +0 +2 +0\\.1\n"));
+  EXPECT_THAT(outcome.out, ContainsRegex("secret +bool +true +hidden\n"));
+  EXPECT_THAT(outcome.out, HasSubstr("fx.b  Test\n"));
+}
+
+TEST_F(KrvProgram, ListOfSeveralFoldersShowsThemAll) {
+  WritePackage("one/a", "fx.a", kSound);
+  WritePackage("two/b", "fx.b", kSound);
+  const Outcome outcome = Run("list --packages " + Quoted("one") + " --packages " + Quoted("two"));
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("fx.a"));
+  EXPECT_THAT(outcome.out, HasSubstr("fx.b"));
+}
+
+TEST_F(KrvProgram, ListAsJsonHoldsWhatWasAnnounced) {
+  WritePackage("a", "fx.a", kSound, R"("params": [
+      {"name": "gain", "type": 5, "min_value": 0, "max_value": 2, "default_value": 0.1}])");
+  const Outcome outcome = Run("list --json --packages " + Quoted("a"));
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  const auto list = nlohmann::json::parse(outcome.out);
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0]["unique_name"], "fx.a");
+  const nlohmann::json gain = {{"name", "gain"}, {"kind", "float"}, {"minimum", 0.0},
+                               {"maximum", 2.0}, {"default", 0.1},  {"hidden", false}};
+  EXPECT_EQ(list[0]["parameters"], nlohmann::json::array({gain}));
+}
+
+TEST_F(KrvProgram, ListBesideABrokenPackageShowsTheOthersAndCode1) {
+  WritePackage("a", "fx.a", kSound);
+  WriteFile(Path("b/description.json"), "{");
+  const Outcome outcome = Run("list --packages " + Quoted(""));
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("fx.a"));
+  EXPECT_THAT(outcome.err, HasSubstr(Utf8(Path("b"))));
+}
+
+TEST_F(KrvProgram, CheckOfASoundPackageSaysOk) {
+  WritePackage("p", "fx", kSound);
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, Utf8(Path("p")) + ": ok\n");
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(KrvProgram, CheckOfASoundPackageInTexturesSaysOk) {
+  WritePackage("p", "fx", kSound);
+  const Outcome outcome = Run("check --gpu " + Quoted("p"));
+  EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.err;
+}
+
+TEST_F(KrvProgram, CheckOfABuiltInShaderNeedsNoFile) {
+  WriteFile(Path("p/description.json"),
+            R"({"effect_type": "audio_visualization", "unique_name": "fx", "display_name": "X",
+                "params": [], "opengl_frag": ["audio_visualization_geometry.frag"]})");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.err;
+}
+
+TEST_F(KrvProgram, CheckOfAPersonEffectHasAPerson) {
+  WritePackage("p", "fx", kSound, R"("input_list": ["human_segment"], "params": [])");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.err;
+}
+
+TEST_F(KrvProgram, CheckNamesTheLineOfInvalidJson) {
+  WriteFile(Path("p/description.json"), "{\n  \"a\": 1,\n  b\n}");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out,
+              StartsWith(Utf8(Path("p/description.json")) + ":3:3: error: not valid JSON: "));
+}
+
+TEST_F(KrvProgram, CheckNamesTheShaderThatIsMissing) {
+  WritePackage("p", "fx", kSound);
+  std::filesystem::remove(Path("p/a.frag"));
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, Utf8(Path("p/description.json")) +
+                             ":6: error: /opengl_frag/0: there is no file " +
+                             Utf8(Path("p/a.frag")) + "\n");
+}
+
+TEST_F(KrvProgram, CheckNamesTheLineOfAShaderThatDoesNotCompile) {
+  WritePackage("p", "fx", kBrokenInLine3);
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("p/a.frag")) + ":3: error: "));
+  EXPECT_THAT(outcome.out, HasSubstr("nope"));
+  EXPECT_THAT(outcome.out, Not(HasSubstr("ok\n")));
+}
+
+TEST_F(KrvProgram, CheckTellsTheBrokenShaderFromTheOthers) {
+  WritePackage("p", "fx", kSound, R"("params": [], "blend_script": "blend.frag")");
+  WriteFile(Path("p/blend.frag"), kBrokenInLine3);
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("p/blend.frag")) + ":3: error: "));
+  EXPECT_THAT(outcome.out, Not(HasSubstr("a.frag")));
+}
+
+TEST_F(KrvProgram, CheckNamesABrokenVertexShaderOnce) {
+  WritePackage("p", "fx", kSound, R"("params": [], "opengl_vert": ["a.vert"])");
+  WriteFile(Path("p/a.vert"), "#version 120\nvoid main() { gl_Position = nope; }\n");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  const std::string place = Utf8(Path("p/a.vert")) + ":2: error: `nope' undeclared";
+  const size_t first = outcome.out.find(place);
+  ASSERT_NE(first, std::string::npos) << outcome.out;
+  EXPECT_EQ(outcome.out.find(place, first + 1), std::string::npos) << outcome.out;
+}
+
+TEST_F(KrvProgram, CheckFindsABrokenShaderBesideAMissingOne) {
+  WritePackage("p", "fx", kBrokenInLine3, R"("params": [], "blend_script": "none.frag")");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("/blend_script: there is no file"));
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("p/a.frag")) + ":3: error: "));
+}
+
+TEST_F(KrvProgram, CheckNamesAKindThatThereIsNot) {
+  WritePackage("p", "fx", kSound,
+               "\"params\": [\n{\"name\": \"a\", \"type\": 99, \"default_value\": 1}]");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("description.json:8: error: /params/0/type: 99 is no kind"));
+}
+
+TEST_F(KrvProgram, CheckOfAFrameThatFailsSaysThePluginsReason) {
+  WritePackage("p", "fx", kSound, R"("params": [
+      {"name": "gradient_color", "type": 8, "default_value": "two,1,0"}])");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("description.json:1: error: effect \"fx\" cannot render"));
+  EXPECT_THAT(outcome.out, HasSubstr("stoi"));
+}
+
+TEST_F(KrvProgram, CheckReportsANameThatTwoPackagesShare) {
+  WritePackage("a", "fx", kSound);
+  WritePackage("b", "fx", kSound);
+  const Outcome outcome = Run("check " + Quoted("a") + " " + Quoted("b"));
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("a")) + ": ok\n"));
+  EXPECT_THAT(outcome.out, HasSubstr("b/description.json:3: error: /unique_name: \"fx\" is the "
+                                     "name of the package in " +
+                                     Utf8(Path("a"))));
+}
+
+TEST_F(KrvProgram, CheckOfAFolderChecksEveryPackageInIt) {
+  WritePackage("all/a", "fx.a", kSound);
+  WritePackage("all/b", "fx.b", kBrokenInLine3);
+  const Outcome outcome = Check("all");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("all/a")) + ": ok\n"));
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("all/b/a.frag")) + ":3: error: "));
+}
+
+TEST_F(KrvProgram, CheckOfWarningsAloneIsCode0) {
+  WritePackage("p", "fx", kSound, R"("params": [], "quality": "HIGH")");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_THAT(outcome.out, HasSubstr("warning: /quality"));
+}
+
+TEST_F(KrvProgram, CheckAsJsonHoldsTheFindings) {
+  WritePackage("p", "fx", kBrokenInLine3);
+  const Outcome outcome = Run("check --json " + Quoted("p"));
+  EXPECT_EQ(outcome.code, 1);
+  const auto list = nlohmann::json::parse(outcome.out);
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0]["ok"], false);
+  EXPECT_EQ(list[0]["findings"][0]["file"], Utf8(Path("p/a.frag")));
+  EXPECT_EQ(list[0]["findings"][0]["line"], 3);
+}
+
+TEST_F(KrvProgram, CheckLeavesNothingInTheFolderForTemporaryFiles) {
+  WritePackage("p", "fx", kBrokenInLine3);
+  std::filesystem::create_directories(Path("tmp"));
+  const std::string before = "TMPDIR=" + Quoted("tmp") + " ";
+  const std::string command = before + "\"" KRV_PROGRAM "\" check " + Quoted("p") + " >/dev/null";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  EXPECT_TRUE(std::filesystem::is_empty(Path("tmp")));
+}
+
+}  // namespace
+}  // namespace krv::host
