@@ -23,10 +23,12 @@ int32_t KRVAudioVisual::Process(EffectContext& context) {
   }
   if (description_ == nullptr || graphics_ == nullptr) return kFailed;
 
+  const bool inputs_were_cleared = inputs_.images.empty();
   StoreParameters(context);
   ImageList inputs;
   GatherInputs(context, inputs);
-  if (inputs.images.size() != static_cast<size_t>(ExpectedInputCount())) {
+  // The count alone is not enough: what is left of a frame may stand in for what this one lacks.
+  if (!inputs_were_cleared || inputs.images.size() != static_cast<size_t>(ExpectedInputCount())) {
     LogToHost(kLogError, "Input size error");
     return kFailed;
   }
