@@ -39,6 +39,32 @@ AudioSamples ReadAudio(AudioBlock* block) {
   return usable ? audio : AudioSamples{};
 }
 
+// A texture cannot be read while it is drawn into.
+bool IsAlsoOutput(const EffectImage& input, EffectContext& context) {
+  if (!input.on_gpu()) return false;
+  const auto output = EffectImage::Wrap(context.GetOutputFrame());
+  return output != nullptr && output->TextureName() == input.TextureName();
+}
+
+std::shared_ptr<PXImage> CopyOf(PXImage& image) {
+  cv::Mat pixels;
+  image.Download(pixels);
+  if (pixels.empty()) return nullptr;
+  DataType type = DataType::kUint8;
+  if (pixels.depth() == CV_16U) type = DataType::kUint16;
+  if (pixels.depth() == CV_32F) type = DataType::kFloat;
+  return CreateImage(static_cast<uint32_t>(pixels.cols), static_cast<uint32_t>(pixels.rows),
+                     PixelLayout::kBgra, type, static_cast<uint32_t>(pixels.step[0]), pixels.data);
+}
+
+// Null when the host gives no frame, or one without a picture.
+std::shared_ptr<PXImage> InputFrame(EffectContext& context) {
+  const auto frame = EffectImage::Wrap(context.GetInputFrame());
+  if (frame == nullptr || !frame->HasBuffer()) return nullptr;
+  auto image = CreateImageFromFrame(frame, frame->pixels());
+  return image != nullptr && IsAlsoOutput(*frame, context) ? CopyOf(*image) : image;
+}
+
 }  // namespace
 
 void KRVAudioVisual::AddInput(const char* name, std::shared_ptr<PXImage> image) {
@@ -48,12 +74,7 @@ void KRVAudioVisual::AddInput(const char* name, std::shared_ptr<PXImage> image) 
 }
 
 int32_t KRVAudioVisual::GatherInputs(EffectContext& context, ImageList& inputs) {
-  if (auto frame = EffectImage::Wrap(context.GetInputFrame()); frame != nullptr) {
-    const void* pixels = frame->pixels();
-    if (frame->HasBuffer()) {
-      AddInput("background_tex", CreateImageFromFrame(std::move(frame), pixels));
-    }
-  }
+  AddInput("background_tex", InputFrame(context));
   if (gradient_texture_ != nullptr) AddInput("gradient_color_tex", gradient_texture_);
   GatherAudio(context);
   inputs = inputs_;
