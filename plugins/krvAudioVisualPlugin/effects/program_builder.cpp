@@ -39,7 +39,7 @@ std::shared_ptr<PXProgram> BuildBlend(const EffectDescription& description,
                                       const std::string& vertex_source) {
   const std::string path = description.BlendScriptPath();
   // An empty entry leaves the package folder and its separator.
-  if (path.empty() || path.back() == '\\') {
+  if (path.empty() || path == description.package_folder() + '\\') {
     auto program = CreateProgram(std::string(DefaultBlendShader()), vertex_source);
     if (program == nullptr) LogToHost(kLogError, "Create blend program error : %s", "default");
     return program;
