@@ -8,8 +8,7 @@ namespace krv {
 class EffectContext;
 
 // Whole frames per second: the integer quotient of the context's frame rate, so 30000/1001 counts
-// as
-// 29. 1 where that is 0 or below, or the denominator is 0.
+// as 29. 1 where that is 0 or below, or the denominator is 0.
 int64_t FramesPerSecond(EffectContext& context);
 
 // Seconds for shaders: (frame index + offset) / frames per second.
