@@ -24,7 +24,10 @@ void KRVAudioVisual::StoreParameters(EffectContext& context) {
       if (value.kind == kKindText && value.as_text != nullptr) StoreGradient(value.as_text);
       continue;
     }
-    if (parameter->name == "color" && value.kind == kKindInt) StoreColor(value.as_int);
+    if (parameter->name == "color" && value.kind != kKindText) {
+      value = ConvertToKind(IntValue(0), value);  // packed, whatever number the package declares
+      StoreColor(value.as_int);
+    }
     SetUniform(parameter->name.c_str(), &value);
   }
 }
