@@ -41,14 +41,16 @@ void KRVAudioVisual::StoreColor(int32_t color) {
 
 // A text that holds no gradient leaves the one of an earlier frame in use.
 void KRVAudioVisual::StoreGradient(const char* text) {
-  if (gradient_texture_ != nullptr && gradient_text_ == text) return;
-  const std::optional<cv::Mat> gradient = ParseGradient(text);
-  if (!gradient) return;
-  auto texture = CreateImage(*gradient, PixelLayout::kBgra);
-  if (texture == nullptr) return;
-  gradient_texture_ = std::move(texture);
-  gradient_text_ = text;
-  SetIntUniform("gradient_color_count", gradient->cols);
+  if (gradient_texture_ == nullptr || gradient_text_ != text) {
+    const std::optional<cv::Mat> gradient = ParseGradient(text);
+    if (!gradient) return;
+    auto texture = CreateImage(*gradient, PixelLayout::kBgra);
+    if (texture == nullptr) return;
+    gradient_texture_ = std::move(texture);
+    gradient_text_ = text;
+  }
+  // Every time: the passes may be younger than the texture.
+  SetIntUniform("gradient_color_count", static_cast<int32_t>(SizeOf(*gradient_texture_).width));
 }
 
 void KRVAudioVisual::CopyUniforms(PXGraphicsContext& draw, PassRecord& record,
