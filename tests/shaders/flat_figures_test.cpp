@@ -184,6 +184,18 @@ INSTANTIATE_TEST_SUITE_P(
                                [](FlatFigure& f) { f.rectangle_height = 0.4f, f.direction = 1; }})),
     CaseName);
 
+// Levels to both sides of the one that stays on the middle line, near it and further away.
+INSTANTIATE_TEST_SUITE_P(DeadZone, FlatFigures,
+                         ::testing::Combine(::testing::Values(1, 2, 3),
+                                            ::testing::Values(Case{
+                                                "NearTheMiddleLine",
+                                                [](FlatFigure& f) {
+                                                  f.direction = 1;
+                                                  f.audio_left_db = f.audio_db_max;
+                                                  f.spectrum = {0.525f, 0.475f, 0.56f, 0.44f};
+                                                }})),
+                         CaseName);
+
 // Three stops, the outer ones away from the ends.
 void UseGradient(FlatFigure& figure) {
   figure.single_color = 0;
