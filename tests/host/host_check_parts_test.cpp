@@ -206,6 +206,14 @@ TEST_F(DescriptionCheck, DefaultOutsideTheLimitsIsAnError) {
               ElementsAre(HasSubstr("error: /params/0/min_value: 2 is above \"max_value\", 1")));
 }
 
+TEST_F(DescriptionCheck, IntegerMustFitAndIsNotCutInSilence) {
+  EXPECT_THAT(CheckParameter(R"({"name": "a", "type": 3, "default_value": 3000000000})"),
+              ElementsAre(HasSubstr("error: /params/0/default_value: does not fit")));
+  EXPECT_THAT(CheckParameter(R"({"name": "a", "type": 3, "default_value": 1.5})"),
+              ElementsAre(HasSubstr("warning: /params/0/default_value: is cut to an integer")));
+  EXPECT_THAT(CheckParameter(R"({"name": "a", "type": 3, "default_value": 2.0})"), IsEmpty());
+}
+
 TEST_F(DescriptionCheck, NameOfAnEarlierParameterIsAnError) {
   EXPECT_THAT(CheckParameter("{\"name\": \"a\", \"type\": 5, \"default_value\": 1},\n"
                              "{\"name\": \"a\", \"type\": 5, \"default_value\": 1}"),

@@ -195,6 +195,17 @@ TEST_F(KrvProgram, CheckNamesABrokenVertexShaderOnce) {
   EXPECT_EQ(outcome.out.find(place, first + 1), std::string::npos) << outcome.out;
 }
 
+TEST_F(KrvProgram, CheckOfAVertexShaderThatDoesNotFitABuiltInShaderNamesIt) {
+  WriteFile(Path("p/description.json"),
+            R"({"effect_type": "audio_visualization", "unique_name": "fx", "display_name": "X",
+                "params": [], "opengl_frag": ["audio_visualization_geometry.frag"],
+                "opengl_vert": ["a.vert"]})");
+  WriteFile(Path("p/a.vert"), "#version 120\nvoid main() {\n  gl_Position = nope;\n}\n");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr(Utf8(Path("p/a.vert")) + ":3: error: `nope' undeclared"));
+}
+
 TEST_F(KrvProgram, CheckFindsABrokenShaderBesideAMissingOne) {
   WritePackage("p", "fx", kBrokenInLine3, R"("params": [], "blend_script": "none.frag")");
   const Outcome outcome = Check("p");

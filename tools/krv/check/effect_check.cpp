@@ -43,7 +43,8 @@ class EffectCheck {
   }
 
  private:
-  // The plug-in keeps the first package of a name, so every trial has a name of its own.
+  // The plug-in keeps the first package of a name for the whole process, so every trial has a name
+  // of its own.
   Trial Try(PackageChanges changes) {
     static int count = 0;
     changes.name_suffix = ".check" + std::to_string(++count);
@@ -84,7 +85,8 @@ class EffectCheck {
     return failed || AnyShaderMissing();
   }
 
-  // Reports each failure at its file: the vertex shader's at the vertex shader, others at `entry`.
+  // Reports each failure at its file: the vertex shader's at the vertex shader, others at `entry`,
+  // which is empty for the plug-in's own shaders.
   void ReportShader(const std::string& entry, const std::string& output) {
     const std::vector<ShaderFailure> failures = ParseShaderFailures(output);
     const bool compiled = std::all_of(
@@ -92,9 +94,10 @@ class EffectCheck {
         [](const ShaderFailure& failure) { return failure.stage == ShaderStage::kLink; });
     const std::vector<std::string> vertex = TextsOf(document_.json(), "opengl_vert");
     for (const ShaderFailure& failure : failures) {
-      const bool of_vertex_shader = failure.stage == ShaderStage::kVertex || entry.empty();
       // Linking what did not compile says nothing new.
       if (failure.stage == ShaderStage::kLink && !compiled) continue;
+      const bool of_vertex_shader = failure.stage == ShaderStage::kVertex ||
+                                    (failure.stage == ShaderStage::kLink && entry.empty());
       const std::string name = of_vertex_shader && !vertex.empty() ? vertex.front() : entry;
       for (const DriverMessage& message : ParseDriverLog(failure.log)) Report(name, message);
     }
@@ -106,7 +109,7 @@ class EffectCheck {
         entry.empty() ? folder_ / host::kDescriptionFileName : PackageFile(folder_, entry);
     Finding finding{.severity = message.warning ? Severity::kWarning : Severity::kError,
                     .file = host::Utf8(file),
-                    .line = message.line,
+                    .line = entry.empty() ? 0 : message.line,
                     .message = message.text};
     const std::string text = ToText(finding);
     const bool known = std::any_of(findings_->begin(), findings_->end(),

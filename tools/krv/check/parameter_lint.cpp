@@ -1,6 +1,8 @@
 #include "check/parameter_lint.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -19,6 +21,10 @@ bool IsNumber(const Json& value) { return value.is_number() || value.is_boolean(
 
 double AsNumber(const Json& value) {
   return value.is_boolean() ? (value.get<bool>() ? 1 : 0) : value.get<double>();
+}
+
+bool IsInteger(int64_t kind) {
+  return kind == kKindInt || kind == kKindIntInternal || kind == kKindColor;
 }
 
 // One entry of "params".
@@ -92,13 +98,25 @@ class ParameterLint {
     for (const char* key : {"max_value", "min_value", "default_value"}) {
       const Json* value = Get(key);
       if (value == nullptr) continue;
-      if (kind == kKindText ? value->is_string() : IsNumber(*value)) continue;
+      if (kind == kKindText ? value->is_string() : IsNumber(*value)) {
+        if (IsInteger(kind)) LintInteger(key, AsNumber(*value));
+        continue;
+      }
       Report("/" + std::string(key), Severity::kError,
              std::string("must be a ") + (kind == kKindText ? "text" : "number") +
                  ", as \"type\" says, not " + TypeName(*value));
     }
     if (Get("default_value") == nullptr) {
       Report("", Severity::kWarning, "without \"default_value\" hosts do not see the parameter");
+    }
+  }
+
+  void LintInteger(const char* key, double value) {
+    const std::string pointer = "/" + std::string(key);
+    if (value < INT32_MIN || value > INT32_MAX) {
+      Report(pointer, Severity::kError, "does not fit in a 32-bit integer");
+    } else if (value != std::trunc(value)) {
+      Report(pointer, Severity::kWarning, "is cut to an integer, as \"type\" says");
     }
   }
 
