@@ -98,6 +98,17 @@ TEST_F(KrvProgram, ListOfSeveralFoldersShowsThemAll) {
   EXPECT_THAT(outcome.out, HasSubstr("fx.b"));
 }
 
+TEST_F(KrvProgram, ListIsSortedByName) {
+  for (const char* name : {"c", "a", "d", "b"})
+    WritePackage(name, std::string("fx.") + name, kSound);
+  const Outcome outcome = Run("list --json --packages " + Quoted(""));
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  std::vector<std::string> names;
+  for (const auto& effect : nlohmann::json::parse(outcome.out))
+    names.push_back(effect["unique_name"]);
+  EXPECT_THAT(names, ::testing::ElementsAre("fx.a", "fx.b", "fx.c", "fx.d"));
+}
+
 TEST_F(KrvProgram, ListAsJsonHoldsWhatWasAnnounced) {
   WritePackage("a", "fx.a", kSound, R"("params": [
       {"name": "gain", "type": 5, "min_value": 0, "max_value": 2, "default_value": 0.1}])");

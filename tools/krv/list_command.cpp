@@ -151,7 +151,11 @@ int List(const ListOptions& options) {
     Complain(error);
     complete = false;
   }
-  const std::vector<EffectListing> effects = plugin->ListEffects();
+  std::vector<EffectListing> effects = plugin->ListEffects();
+  // The order of registration is that of the file system.
+  std::sort(effects.begin(), effects.end(), [](const EffectListing& a, const EffectListing& b) {
+    return a.unique_name < b.unique_name;
+  });
   if (effects.empty()) return kExitUsage;
   Print(effects, options.json);
   return complete ? kExitOk : kExitFound;
