@@ -64,15 +64,17 @@ bool KRVAudioVisual::PrepareEffectTexture(EffectSize size) {
 }
 
 // A texture cannot be read while it is drawn into, so the passes before the last take turns in two
-// textures of the target's size.
+// textures of the target's size, which hold floats where the target does.
 bool KRVAudioVisual::PrepareIntermediates(const PXImage& target) {
   const ImageSize size = SizeOf(target);
+  const bool floats = HoldsFloats(target);
+  const DataType type = floats ? DataType::kFloat : DataType::kUint8;
+  const uint32_t stride = size.width * (floats ? 16 : 4);
   const size_t needed = passes_.size() > 2 ? 2 : passes_.size() - 1;
   for (size_t i = 0; i < needed; ++i) {
     auto& image = intermediates_[i];
-    if (image != nullptr && SizeOf(*image) == size) continue;
-    image = CreateImage(size.width, size.height, PixelLayout::kBgra, DataType::kUint8,
-                        size.width * 4, nullptr);
+    if (image != nullptr && SizeOf(*image) == size && HoldsFloats(*image) == floats) continue;
+    image = CreateImage(size.width, size.height, PixelLayout::kBgra, type, stride, nullptr);
     if (image == nullptr) return false;
   }
   return true;

@@ -64,6 +64,10 @@ struct ImageSize {
 // The size of the image's texture, which must exist.
 ImageSize SizeOf(const PXImage& image);
 
+// Whether the image's texture, which must exist, holds floats: values that are not limited to 0 to
+// 1, and not cut to 8 bits.
+bool HoldsFloats(const PXImage& image);
+
 // Reads what was drawn into the image's texture into `destination`, rows `stride` bytes apart, also
 // when the image wraps a host frame. False on failure; the destination is then untouched.
 bool ReadTexture(const PXImage& image, void* destination, int32_t stride);

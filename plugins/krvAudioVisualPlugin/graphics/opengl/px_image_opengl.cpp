@@ -173,6 +173,11 @@ ImageSize SizeOf(const PXImage& image) {
   return {image.texture()->width(), image.texture()->height()};
 }
 
+bool HoldsFloats(const PXImage& image) {
+  constexpr size_t kFloatPixelBytes = 4 * sizeof(float);
+  return image.texture()->RowBytes() == image.texture()->width() * kFloatPixelBytes;
+}
+
 bool ReadTexture(const PXImage& image, void* destination, int32_t stride) {
   const auto* opengl = dynamic_cast<const PXImage_OpenGL*>(&image);
   return opengl != nullptr && opengl->ReadPixels(destination, stride);
