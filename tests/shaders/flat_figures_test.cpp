@@ -214,6 +214,12 @@ INSTANTIATE_TEST_SUITE_P(Gradients, FlatFigures,
                                                                      UseGradient(f);
                                                                      f.gradient_color_direction = 1;
                                                                    }},
+                                                              Case{"InAGradientWhereRaysMiss",
+                                                                   [](FlatFigure& f) {
+                                                                     UseGradient(f);
+                                                                     f.rotate_x = -70,
+                                                                     f.rotate_y = 24;
+                                                                   }},
                                                               Case{"InAGradientOfUnknownDirection",
                                                                    [](FlatFigure& f) {
                                                                      UseGradient(f);
