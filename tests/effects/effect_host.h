@@ -80,8 +80,8 @@ using Instance = std::unique_ptr<KRVEffect, EffectDeleter>;
 // Slot 3, then slot 4.
 int32_t ProcessFrame(KRVEffect& effect, TestContext& context);
 
-// Loads the library on first use, starts it and makes an OpenGL context current. A context that
-// cannot be had ends the test program's case by an exception.
+// Loads the library on first use, starts it and makes an OpenGL context current. Throws, and so
+// fails the test, when there is no context to be had.
 class EffectHost {
  public:
   explicit EffectHost(host::DeviceUse device = host::DeviceUse::kMemory);
@@ -101,7 +101,7 @@ class EffectHost {
   // Registers, creates and initialises; slot 1 has to succeed.
   Instance Make(Package package);
 
-  // The texts of the log lines of one level since the last call of either.
+  // The texts of the error lines, or all lines, since the last call of either.
   std::vector<std::string> TakeErrors();
   std::vector<host::LogLine> TakeLog() { return services_.TakeLog(); }
 
