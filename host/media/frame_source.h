@@ -31,7 +31,7 @@ class FrameSource {
   // Makes `frame` the next to be read. The pictures are the same as without; only forwards.
   virtual void SkipTo(int64_t frame) = 0;
 
-  // Reads the next frame's picture. False at the end.
+  // Reads the next frame's picture; passes over it when `out` is null. False at the end.
   virtual bool Read(Picture* out) = 0;
 };
 

@@ -143,7 +143,7 @@ void VideoReader::SkipTo(int64_t frame) {
 
 bool VideoReader::Read(Picture* out) {
   if (!AdvanceTo(TicksOfFrame(next_))) return false;
-  converter_->Convert(*current_.frame, out);
+  if (out != nullptr) converter_->Convert(*current_.frame, out);
   ++next_;
   return true;
 }

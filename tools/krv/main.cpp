@@ -8,6 +8,7 @@
 #include "command.h"
 #include "list_command.h"
 #include "nearest_name.h"
+#include "render_command.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ int Run(int argc, char** argv) {
   Action action;
   krv::tool::AddListCommand(app, &action);
   krv::tool::AddCheckCommand(app, &action);
+  krv::tool::AddRenderCommand(app, &action);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& asked) {  // --help, --version

@@ -1,0 +1,9 @@
+#include "platform/terminal.h"
+
+#include <unistd.h>
+
+namespace krv::tool {
+
+bool ErrorOutputIsTerminal() { return isatty(STDERR_FILENO) == 1; }
+
+}  // namespace krv::tool

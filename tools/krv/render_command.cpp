@@ -1,0 +1,128 @@
+#include "render_command.h"
+
+#include <cstdio>
+#include <string>
+
+#include "effect_session.h"
+#include "media/media_error.h"
+#include "progress.h"
+#include "render_interrupt.h"
+#include "render_loop.h"
+#include "render_options.h"
+#include "render_output.h"
+
+namespace krv::tool {
+namespace {
+
+constexpr int kExitInterrupted = 130;  // as shells report a program that Ctrl-C ended
+
+constexpr char kFooter[] =
+    "Output by the name's ending:\n"
+    "  .mp4 .mkv     H.264 with the original sound; odd sides gain a column or row\n"
+    "  .mov          H.264; with --transparent ProRes 4444 with alpha\n"
+    "  .webm         VP9; with --transparent with alpha\n"
+    "  NAME%05d.png  one picture per frame with alpha, numbered by frame; no sound\n"
+    "  FOLDER/       the same as FOLDER/frame_%06d.png\n"
+    "Sound that the container does not take, and that of --frames, becomes AAC or Opus.\n"
+    "A second input with sound alone replaces the video's own.";
+
+// Null, with the reason in *error, when the effect or a parameter is not as the user says.
+std::unique_ptr<host::EffectSession> OpenSession(const RenderArguments& arguments,
+                                                 const RenderOptions& options, std::string* error) {
+  const auto files = host::FindFiles(arguments.files.wishes(), error);
+  if (!files) return nullptr;
+  host::SessionOptions wishes;
+  wishes.plugin = files->plugin;
+  wishes.packages = files->packages;
+  wishes.unique_name = arguments.effect;
+  wishes.device = options.device;
+  wishes.without_blend = options.transparent;
+  auto session = host::EffectSession::Create(wishes, error);
+  if (session == nullptr) return nullptr;
+  for (const std::string& assignment : arguments.parameters) {
+    if (!session->parameters().Assign(session->effect(), assignment, error)) return nullptr;
+  }
+  return session;
+}
+
+int Render(const RenderArguments& arguments) {
+  const RenderOptions options = ParseRenderOptions(arguments);
+  RenderInput input(options);
+  std::string error;
+  const auto session = OpenSession(arguments, options, &error);
+  if (session == nullptr) return UsageError(error);
+
+  const InterruptWatch watch;
+  const auto sink = MakeOutput(options, input);
+  RenderLoop loop(&input, session.get(), sink.get());
+  RenderResult result;
+  try {
+    Progress progress(input.ExpectedFrames());
+    result = loop.Run([&watch] { return watch.interrupted(); },
+                      [&progress](int64_t frames) { progress.Show(frames); });
+  } catch (const std::exception& failure) {
+    Complain(failure.what());
+    return kExitFound;
+  }
+  if (result.frames == 0) {
+    return UsageError("--frames " + arguments.frames + ": the input has no frame " +
+                      std::to_string(options.frames.first));
+  }
+  Complain(Summary(result, options.output));
+  if (!options.report.empty()) {
+    WriteReport(result, options, input, session->host().ContextDescription());
+  }
+  return result.interrupted ? kExitInterrupted : kExitOk;
+}
+
+void AddInputOptions(CLI::App& command, RenderArguments* arguments) {
+  command.add_option("INPUT", arguments->inputs, "A video with sound, or sound alone")->required();
+  command.add_option("--background", arguments->background,
+                     "Behind sound alone: a colour #RRGGBB or a picture (default: #12141C)");
+  command.add_option("--size", arguments->size,
+                     "Of the background, WIDTHxHEIGHT (default: the picture's, or 1920x1080)");
+  command.add_option("--fps", arguments->rate,
+                     "Frames per second, as 30, 29.97 or 30000/1001 (default: the video's, or 30)");
+  command.add_option("--frames", arguments->frames,
+                     "Renders only A:B, the frames from A up to but not including B");
+}
+
+void AddOutputOptions(CLI::App& command, RenderArguments* arguments) {
+  command.add_option("-o,--output", arguments->output, "The file to write")->required();
+  command.add_flag("--transparent", arguments->transparent,
+                   "The figure alone, with straight alpha");
+  command.add_option("--crf", arguments->crf,
+                     "Quality of H.264 and VP9, 0 best to 51 (default: 18 and 24)");
+  command.add_option("--preset", arguments->preset,
+                     "Speed of H.264, ultrafast to veryslow (default: veryfast)");
+  command.add_option("--report", arguments->report,
+                     "Writes frames, times per stage and the renderer to a JSON file");
+}
+
+}  // namespace
+
+void AddRenderCommand(CLI::App& app, Action* action) {
+  CLI::App* command = app.add_subcommand("render", "Renders an effect over a video or over sound");
+  auto arguments = std::make_shared<RenderArguments>();
+  AddInputOptions(*command, arguments.get());
+  command->add_option("--effect", arguments->effect, "The effect's unique name; see krv list")
+      ->required();
+  command
+      ->add_option("--param", arguments->parameters,
+                   "A parameter's value, name=value; may be given several times")
+      ->allow_extra_args(false);
+  AddOutputOptions(*command, arguments.get());
+  command->add_option("--device", arguments->device,
+                      "Hands frames over in memory or in gpu textures (default: memory)");
+  arguments->files.AddPlugin(*command);
+  arguments->files.AddPackages(*command);
+  command->footer(kFooter);
+  command->callback([arguments, action] {
+    *action = [arguments] {
+      host::SilenceAvLog();
+      return Render(*arguments);
+    };
+  });
+}
+
+}  // namespace krv::tool

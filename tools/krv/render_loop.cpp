@@ -1,0 +1,79 @@
+#include "render_loop.h"
+
+#include <chrono>
+#include <string>
+
+namespace krv::tool {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// Adds the time until its end to a stage's.
+class StageTimer {
+ public:
+  explicit StageTimer(double* seconds) : seconds_(seconds), start_(Clock::now()) {}
+  ~StageTimer() { *seconds_ += SecondsSince(start_); }
+  StageTimer(const StageTimer&) = delete;
+  StageTimer& operator=(const StageTimer&) = delete;
+
+ private:
+  double* seconds_;
+  Clock::time_point start_;
+};
+
+}  // namespace
+
+void RenderLoop::Render(RenderJob* job) {
+  const host::VideoFormat& video = input_->video();
+  const host::AudioFormat audio = input_->audio();
+  host::FrameRequest request;
+  request.index = job->index;
+  request.rate_numerator = video.rate.numerator;
+  request.rate_denominator = video.rate.denominator;
+  request.width = video.width;
+  request.height = video.height;
+  request.input = job->input.width() > 0 ? job->input.Row(0) : nullptr;
+  request.input_stride = job->input.stride();
+  request.audio = {job->samples.data(), static_cast<int32_t>(job->span.count),
+                   static_cast<uint32_t>(audio.channels), audio.sample_rate, job->span.first};
+  job->output.Resize(video.width, video.height);
+  std::string error;
+  if (!session_->RenderFrame(request, job->output.Row(0), job->output.stride(), &error)) {
+    throw EffectError("frame " + std::to_string(job->index) + ": " + error);
+  }
+}
+
+RenderResult RenderLoop::Run(const std::function<bool()>& interrupted,
+                             const std::function<void(int64_t)>& progress) {
+  RenderResult result;
+  const Clock::time_point start = Clock::now();
+  RenderJob job;
+  const auto read = [this, &result, &job] {
+    const StageTimer timer(&result.stages.decode);
+    return input_->Read(&job);
+  };
+  while (!result.interrupted && read()) {
+    {
+      const StageTimer timer(&result.stages.render);
+      Render(&job);
+    }
+    {
+      const StageTimer timer(&result.stages.encode);
+      sink_->Write(job.output, job.samples);
+    }
+    progress(++result.frames);
+    result.interrupted = interrupted();
+  }
+  if (result.frames > 0) {
+    const StageTimer timer(&result.stages.finish);
+    sink_->Finish();
+  }
+  result.seconds = SecondsSince(start);
+  return result;
+}
+
+}  // namespace krv::tool

@@ -1,0 +1,39 @@
+// Drives frames through the stages.
+#pragma once
+
+#include <functional>
+
+#include "effect_session.h"
+#include "media/frame_sink.h"
+#include "render_input.h"
+#include "render_report.h"
+
+namespace krv::tool {
+
+// Thrown when the effect fails on a frame; what() is one line.
+class EffectError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+class RenderLoop {
+ public:
+  // Borrowed for the object's life.
+  RenderLoop(RenderInput* input, host::EffectSession* session, host::FrameSink* sink)
+      : input_(input), session_(session), sink_(sink) {}
+
+  // Renders every frame of the input, or until `interrupted` says so after a frame, and finishes
+  // the output when there was a frame at all. `progress` gets the number of frames done. Throws
+  // MediaError and EffectError.
+  RenderResult Run(const std::function<bool()>& interrupted,
+                   const std::function<void(int64_t)>& progress);
+
+ private:
+  void Render(RenderJob* job);
+
+  RenderInput* input_;
+  host::EffectSession* session_;
+  host::FrameSink* sink_;
+};
+
+}  // namespace krv::tool

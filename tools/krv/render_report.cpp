@@ -1,0 +1,51 @@
+#include "render_report.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "media/media_error.h"
+#include "utf8_path.h"
+
+namespace krv::tool {
+
+std::string Summary(const RenderResult& result, const std::filesystem::path& output) {
+  char numbers[120];
+  std::snprintf(numbers, sizeof numbers, "%s%" PRId64 " frames in %.1f s (%.1f fps): ",
+                result.interrupted ? "interrupted after " : "", result.frames, result.seconds,
+                result.FramesPerSecond());
+  return numbers + host::Utf8(output);
+}
+
+void WriteReport(const RenderResult& result, const RenderOptions& options, const RenderInput& input,
+                 const std::string& gl_renderer) {
+  const host::VideoFormat& video = input.video();
+  const host::AudioFormat audio = input.audio();
+  const nlohmann::ordered_json json{
+      {"output", host::Utf8(options.output)},
+      {"first_frame", options.frames.first},
+      {"frames", result.frames},
+      {"interrupted", result.interrupted},
+      {"seconds", result.seconds},
+      {"fps", result.FramesPerSecond()},
+      {"stage_seconds",
+       {{"decode", result.stages.decode},
+        {"render", result.stages.render},
+        {"encode", result.stages.encode},
+        {"finish", result.stages.finish}}},
+      {"video",
+       {{"width", video.width},
+        {"height", video.height},
+        {"rate_numerator", video.rate.numerator},
+        {"rate_denominator", video.rate.denominator}}},
+      {"audio", {{"sample_rate", audio.sample_rate}, {"channels", audio.channels}}},
+      {"device", options.device == host::DeviceUse::kGpu ? "gpu" : "memory"},
+      {"gl_renderer", gl_renderer}};
+  std::ofstream file(options.report);
+  file << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  file.close();
+  if (!file) throw host::MediaError(host::Utf8(options.report) + ": cannot be written");
+}
+
+}  // namespace krv::tool

@@ -1,0 +1,36 @@
+// What came out of a render, for people and for programs.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "render_input.h"
+
+namespace krv::tool {
+
+// Seconds spent in each stage.
+struct StageTimes {
+  double decode = 0;
+  double render = 0;
+  double encode = 0;
+  double finish = 0;  // what encoders held back, and the file's end
+};
+
+struct RenderResult {
+  int64_t frames = 0;
+  double seconds = 0;  // from the first frame to the finished file
+  StageTimes stages;
+  bool interrupted = false;
+
+  double FramesPerSecond() const { return seconds > 0 ? static_cast<double>(frames) / seconds : 0; }
+};
+
+// One line: "270 frames in 9.1 s (29.7 fps): out.mp4".
+std::string Summary(const RenderResult& result, const std::filesystem::path& output);
+
+// Writes the JSON report. Throws MediaError when the file cannot be written.
+void WriteReport(const RenderResult& result, const RenderOptions& options, const RenderInput& input,
+                 const std::string& gl_renderer);
+
+}  // namespace krv::tool
