@@ -98,7 +98,7 @@ const std::vector<Case>& SharedCases() {
          f.single_color = 0;
        }},
       {"TurnedSoThatRaysMiss",
-       [](FlatFigure& f) { f.rotate_x = -70, f.rotate_y = 24, f.scale_x = f.scale_y = 2; }},
+       [](FlatFigure& f) { f.rotate_x = -82, f.rotate_y = 24, f.scale_x = f.scale_y = 2; }},
       {"OnASquareFrame", [](FlatFigure&) {}, 96, 96},
       {"OnAnUprightFrame", [](FlatFigure&) {}, 72, 128},
       {"OnAWideFrame", [](FlatFigure& f) { f.single_color = 0; }, 239, 100},
@@ -205,47 +205,50 @@ void UseGradient(FlatFigure& figure) {
   figure.glow = 1;
 }
 
+const std::vector<Case>& GradientCases() {
+  static const std::vector<Case> cases = {
+      {"InAGradientUpwards", UseGradient},
+      {"InAGradientAcross",
+       [](FlatFigure& f) {
+         UseGradient(f);
+         f.gradient_color_direction = 1;
+       }},
+      // The plane ends at a horizon inside the picture; beyond it rays miss.
+      {"InAGradientWhereRaysMiss",
+       [](FlatFigure& f) {
+         UseGradient(f);
+         f.gradient_color_direction = 1;
+         f.rotate_x = -82, f.rotate_y = 24;
+       }},
+      {"InAGradientOfUnknownDirection",
+       [](FlatFigure& f) {
+         UseGradient(f);
+         f.gradient_color_direction = 7;
+       }},
+      {"InAGradientOfTwoColors",
+       [](FlatFigure& f) {
+         UseGradient(f);
+         f.gradient.pop_back();
+         f.gradient_color_count = 2;
+       }},
+      {"InAGradientWithAStep",
+       [](FlatFigure& f) {
+         UseGradient(f);
+         f.gradient = {{1, 0, 0, 0}, {0, 1, 0, 0.4f}, {0, 0, 1, 0.4f}, {1, 1, 0, 1}};
+         f.gradient_color_count = 4;
+       }},
+      {"InAnUnsortedGradient",
+       [](FlatFigure& f) {
+         UseGradient(f);
+         std::swap(f.gradient[0], f.gradient[2]);
+       }},
+  };
+  return cases;
+}
+
 INSTANTIATE_TEST_SUITE_P(Gradients, FlatFigures,
                          ::testing::Combine(::testing::Values(0, 3),
-                                            ::testing::Values(Case{"InAGradientUpwards",
-                                                                   UseGradient},
-                                                              Case{"InAGradientAcross",
-                                                                   [](FlatFigure& f) {
-                                                                     UseGradient(f);
-                                                                     f.gradient_color_direction = 1;
-                                                                   }},
-                                                              Case{"InAGradientWhereRaysMiss",
-                                                                   [](FlatFigure& f) {
-                                                                     UseGradient(f);
-                                                                     f.rotate_x = -70,
-                                                                     f.rotate_y = 24;
-                                                                   }},
-                                                              Case{"InAGradientOfUnknownDirection",
-                                                                   [](FlatFigure& f) {
-                                                                     UseGradient(f);
-                                                                     f.gradient_color_direction = 7;
-                                                                   }},
-                                                              Case{"InAGradientOfTwoColors",
-                                                                   [](FlatFigure& f) {
-                                                                     UseGradient(f);
-                                                                     f.gradient.pop_back();
-                                                                     f.gradient_color_count = 2;
-                                                                   }},
-                                                              Case{"InAGradientWithAStep",
-                                                                   [](FlatFigure& f) {
-                                                                     UseGradient(f);
-                                                                     f.gradient = {{1, 0, 0, 0},
-                                                                                   {0, 1, 0, 0.4f},
-                                                                                   {0, 0, 1, 0.4f},
-                                                                                   {1, 1, 0, 1}};
-                                                                     f.gradient_color_count = 4;
-                                                                   }},
-                                                              Case{"InAnUnsortedGradient",
-                                                                   [](FlatFigure& f) {
-                                                                     UseGradient(f);
-                                                                     std::swap(f.gradient[0],
-                                                                               f.gradient[2]);
-                                                                   }})),
+                                            ::testing::ValuesIn(GradientCases())),
                          CaseName);
 
 }  // namespace
