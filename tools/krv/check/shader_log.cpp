@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <optional>
-#include <regex>
+#include <utility>
 
 namespace krv::tool {
 namespace {
@@ -40,18 +41,79 @@ std::optional<ShaderFailure> BeginFailure(std::string_view line) {
   return std::nullopt;
 }
 
-DriverMessage ParseDriverLine(const std::string& line) {
-  static const std::regex mesa(R"(^\d+:(\d+)\(\d+\): (error|warning): (.*)$)");
-  static const std::regex nvidia(R"(^\d+\((\d+)\) : (error|warning) (.*)$)");
-  static const std::regex es(R"(^(?:ERROR|WARNING): \d+:(\d+): (.*)$)");
-  std::smatch match;
-  if (std::regex_match(line, match, mesa) || std::regex_match(line, match, nvidia)) {
-    return {std::stoi(match[1]), match[2] == "warning", match[3]};
+// Takes expected pieces off the front of a line.
+class Pieces {
+ public:
+  explicit Pieces(std::string_view rest) : rest_(rest) {}
+
+  bool Take(std::string_view text) {
+    if (!rest_.starts_with(text)) return false;
+    rest_.remove_prefix(text.size());
+    return true;
   }
-  if (std::regex_match(line, match, es)) {
-    return {std::stoi(match[1]), line.front() == 'W', match[2]};
+
+  bool TakeNumber(int* number) {
+    const char* begin = rest_.data();
+    const auto [end, code] = std::from_chars(begin, begin + rest_.size(), *number);
+    rest_.remove_prefix(static_cast<size_t>(end - begin));
+    return code == std::errc();
   }
-  return {0, false, line};
+
+  // One of the two words before a message.
+  bool TakeSeverity(std::string_view error, std::string_view warning, bool* is_warning) {
+    *is_warning = rest_.starts_with(warning);
+    return Take(error) || Take(warning);
+  }
+
+  std::string Rest() const { return std::string(rest_); }
+
+ private:
+  std::string_view rest_;
+};
+
+std::optional<DriverMessage> ParseMesaLine(std::string_view line) {
+  Pieces pieces(line);
+  DriverMessage message;
+  int number = 0;
+  if (!pieces.TakeNumber(&number) || !pieces.Take(":") || !pieces.TakeNumber(&message.line) ||
+      !pieces.Take("(") || !pieces.TakeNumber(&number) || !pieces.Take("): ") ||
+      !pieces.TakeSeverity("error: ", "warning: ", &message.warning)) {
+    return std::nullopt;
+  }
+  message.text = pieces.Rest();
+  return message;
+}
+
+std::optional<DriverMessage> ParseNvidiaLine(std::string_view line) {
+  Pieces pieces(line);
+  DriverMessage message;
+  int number = 0;
+  if (!pieces.TakeNumber(&number) || !pieces.Take("(") || !pieces.TakeNumber(&message.line) ||
+      !pieces.Take(") : ") || !pieces.TakeSeverity("error ", "warning ", &message.warning)) {
+    return std::nullopt;
+  }
+  message.text = pieces.Rest();
+  return message;
+}
+
+std::optional<DriverMessage> ParseEsLine(std::string_view line) {
+  Pieces pieces(line);
+  DriverMessage message;
+  int number = 0;
+  if (!pieces.TakeSeverity("ERROR: ", "WARNING: ", &message.warning) ||
+      !pieces.TakeNumber(&number) || !pieces.Take(":") || !pieces.TakeNumber(&message.line) ||
+      !pieces.Take(": ")) {
+    return std::nullopt;
+  }
+  message.text = pieces.Rest();
+  return message;
+}
+
+DriverMessage ParseDriverLine(std::string_view line) {
+  for (const auto parse : {ParseMesaLine, ParseNvidiaLine, ParseEsLine}) {
+    if (auto message = parse(line)) return std::move(*message);
+  }
+  return {0, false, std::string(line)};
 }
 
 }  // namespace
@@ -77,7 +139,7 @@ std::vector<DriverMessage> ParseDriverLog(std::string_view log) {
   for (const std::string_view line : Lines(log)) {
     const size_t end = line.find_last_not_of(" \t\r") + 1;
     if (end == 0) continue;
-    messages.push_back(ParseDriverLine(std::string(line.substr(0, end))));
+    messages.push_back(ParseDriverLine(line.substr(0, end)));
   }
   return messages;
 }
