@@ -31,7 +31,8 @@ CodecPtr OpenDecoder(const AVStream& stream, const std::string& name) {
   if (codec == nullptr) throw std::bad_alloc();
   CheckAv(avcodec_parameters_to_context(codec.get(), stream.codecpar), name);
   codec->pkt_timebase = stream.time_base;  // lets the decoder time skipped priming samples
-  codec->thread_count = 0;                 // as many as there are cores
+  // As many threads as there are cores; for sound, handing work over costs more than it brings.
+  codec->thread_count = stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO ? 0 : 1;
   CheckAv(avcodec_open2(codec.get(), decoder, nullptr), name);
   return codec;
 }

@@ -1,0 +1,58 @@
+#include "host/render_program.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "media/still_source.h"
+#include "utf8_path.h"
+
+namespace krv::host {
+
+std::string RenderProgramTest::Command(const std::string& arguments) const {
+  std::string command = "\"" KRV_PROGRAM "\" render ";
+  for (const char c : arguments) {
+    if (c == '@') {
+      command += Utf8(media_.folder()) + "/";
+    } else {
+      command += c;
+    }
+  }
+  return command;
+}
+
+ProgramOutcome RenderProgramTest::RunShell(const std::string& command) const {
+  const std::string errors = Utf8(Path("stderr"));
+  const int status = std::system(("( " + command + " ) 2>\"" + errors + "\"").c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(errors)};
+}
+
+ProgramOutcome RenderProgramTest::Render(const std::string& arguments) {
+  return RunShell(Command(arguments));
+}
+
+void RenderProgramTest::RenderWell(const std::string& arguments) {
+  const ProgramOutcome outcome = Render(arguments);
+  ASSERT_EQ(outcome.code, 0) << arguments << "\n" << outcome.error_output;
+}
+
+std::map<int64_t, Picture> RenderProgramTest::ReadPictures(const std::string& folder) const {
+  std::map<int64_t, Picture> pictures;
+  for (const auto& entry : std::filesystem::directory_iterator(media_.folder() / folder)) {
+    const std::string name = Utf8(entry.path().stem());  // frame_000012
+    pictures[std::stoll(name.substr(name.find('_') + 1))] = LoadPicture(entry.path(), {});
+  }
+  return pictures;
+}
+
+bool SamePicture(const Picture& a, const Picture& b) {
+  if (a.width() != b.width() || a.height() != b.height()) return false;
+  for (int y = 0; y < a.height(); ++y) {
+    if (std::memcmp(a.Row(y), b.Row(y), static_cast<size_t>(a.width()) * 4) != 0) return false;
+  }
+  return true;
+}
+
+}  // namespace krv::host
