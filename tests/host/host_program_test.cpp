@@ -153,12 +153,6 @@ TEST_F(KrvProgram, CheckOfABuiltInShaderNeedsNoFile) {
   EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.err;
 }
 
-TEST_F(KrvProgram, CheckOfAPersonEffectHasAPerson) {
-  WritePackage("p", "fx", kSound, R"("input_list": ["human_segment"], "params": [])");
-  const Outcome outcome = Check("p");
-  EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.err;
-}
-
 TEST_F(KrvProgram, CheckNamesTheLineOfInvalidJson) {
   WriteFile(Path("p/description.json"), "{\n  \"a\": 1,\n  b\n}");
   const Outcome outcome = Check("p");
