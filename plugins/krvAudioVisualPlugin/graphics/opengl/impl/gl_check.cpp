@@ -3,13 +3,25 @@
 #include <glad/gl.h>
 
 #include <cstdio>
+#include <cstring>
 
 namespace krv::GL {
+namespace {
+
+// The part of a source path below the repository; what stands before it differs from build to
+// build.
+const char* InRepository(const char* path) {
+  const char* start = std::strstr(path, "plugins/krvAudioVisualPlugin/");
+  return start == nullptr ? path : start;
+}
+
+}  // namespace
 
 bool CheckGl(std::source_location where) {
   const GLenum error = glGetError();
   if (error == GL_NO_ERROR) return true;
-  std::printf("GL error 0x%x at %s:%d\n", error, where.file_name(), static_cast<int>(where.line()));
+  std::printf("GL error 0x%x at %s:%d\n", error, InRepository(where.file_name()),
+              static_cast<int>(where.line()));
   std::fflush(stdout);
   return false;
 }
