@@ -26,6 +26,7 @@ OutputFormat PngSequence(const std::filesystem::path& path) {
 }  // namespace
 
 OutputFormat ChooseOutputFormat(const std::filesystem::path& path, bool transparent) {
+  if (path.empty()) throw MediaError("the output has no name");
   const std::string extension = LowerCaseExtension(path);
   if (!path.has_filename() || extension == ".png") return PngSequence(path);
   if (transparent && (extension == ".mp4" || extension == ".mkv")) {

@@ -222,6 +222,8 @@ TEST_F(RenderProgram, WhatCannotBeRenderedIsOneLineAndCode2AndLeavesNoFile) {
       {"@clip.mp4 --crf x" + out + figure_, "--crf"},
       {"@clip.mp4 --preset quick" + out + figure_, "--preset quick: "},
       {"@clip.mp4 --report @none/r.json" + out + figure_, "there is no folder"},
+      {"@clip.mp4 --report @" + out + figure_, "is a folder"},
+      {"@clip.mp4 -o ''" + figure_, "the output has no name"},
       {"@clip.mp4 --loud" + out + figure_, "--loud"},
   };
   for (const auto& [arguments, reason] : cases) {

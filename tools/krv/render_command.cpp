@@ -45,34 +45,37 @@ std::unique_ptr<host::EffectSession> OpenSession(const RenderArguments& argument
   return session;
 }
 
+// What goes wrong from the first frame on is no longer the user's doing.
+int RenderInto(const RenderOptions& options, RenderInput* input, host::EffectSession* session) {
+  const InterruptWatch watch;
+  const auto sink = MakeOutput(options, *input);
+  RenderLoop loop(input, session, sink.get());
+  RenderResult result;
+  try {
+    Progress progress(input->ExpectedFrames());
+    result = loop.Run([&watch] { return watch.interrupted(); },
+                      [&progress](int64_t frames) { progress.Show(frames); });
+    if (result.frames > 0 && !options.report.empty()) {
+      WriteReport(result, options, *input, session->host().ContextDescription());
+    }
+  } catch (const std::exception& failure) {
+    Complain(failure.what());
+    return kExitFound;
+  }
+  if (result.frames == 0) {
+    return UsageError("--frames: the input has no frame " + std::to_string(options.frames.first));
+  }
+  Complain(Summary(result, options.output));
+  return result.interrupted ? kExitInterrupted : kExitOk;
+}
+
 int Render(const RenderArguments& arguments) {
   const RenderOptions options = ParseRenderOptions(arguments);
   RenderInput input(options);
   std::string error;
   const auto session = OpenSession(arguments, options, &error);
   if (session == nullptr) return UsageError(error);
-
-  const InterruptWatch watch;
-  const auto sink = MakeOutput(options, input);
-  RenderLoop loop(&input, session.get(), sink.get());
-  RenderResult result;
-  try {
-    Progress progress(input.ExpectedFrames());
-    result = loop.Run([&watch] { return watch.interrupted(); },
-                      [&progress](int64_t frames) { progress.Show(frames); });
-  } catch (const std::exception& failure) {
-    Complain(failure.what());
-    return kExitFound;
-  }
-  if (result.frames == 0) {
-    return UsageError("--frames " + arguments.frames + ": the input has no frame " +
-                      std::to_string(options.frames.first));
-  }
-  Complain(Summary(result, options.output));
-  if (!options.report.empty()) {
-    WriteReport(result, options, input, session->host().ContextDescription());
-  }
-  return result.interrupted ? kExitInterrupted : kExitOk;
+  return RenderInto(options, &input, session.get());
 }
 
 void AddInputOptions(CLI::App& command, RenderArguments* arguments) {

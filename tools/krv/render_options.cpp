@@ -117,7 +117,12 @@ void CheckFolderOf(const fs::path& file) {
 
 void CheckFiles(const RenderOptions& options) {
   CheckFolderOf(options.output);
-  if (!options.report.empty()) CheckFolderOf(options.report);
+  if (!options.report.empty()) {
+    if (!options.report.has_filename()) {
+      throw MediaError(host::Utf8(options.report) + ": is a folder");
+    }
+    CheckFolderOf(options.report);
+  }
   for (const fs::path& input : options.inputs) {
     std::error_code error;
     if (fs::equivalent(input, options.output, error) && !error) {

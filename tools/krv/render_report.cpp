@@ -12,9 +12,9 @@ namespace krv::tool {
 
 std::string Summary(const RenderResult& result, const std::filesystem::path& output) {
   char numbers[120];
-  std::snprintf(numbers, sizeof numbers, "%s%" PRId64 " frames in %.1f s (%.1f fps): ",
-                result.interrupted ? "interrupted after " : "", result.frames, result.seconds,
-                result.FramesPerSecond());
+  std::snprintf(numbers, sizeof numbers, "%s%" PRId64 " frame%s in %.1f s (%.1f fps): ",
+                result.interrupted ? "interrupted after " : "", result.frames,
+                result.frames == 1 ? "" : "s", result.seconds, result.FramesPerSecond());
   return numbers + host::Utf8(output);
 }
 
