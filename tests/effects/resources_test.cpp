@@ -11,7 +11,7 @@ namespace krv::test {
 namespace {
 
 constexpr int kWarmUpFrames = 100;
-constexpr int kFrames = 2000;
+constexpr int kFrames = 10000;
 
 int64_t ResidentBytes() {
   std::ifstream file("/proc/self/statm");
