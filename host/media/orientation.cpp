@@ -34,11 +34,11 @@ void OrientPicture(const Picture& source, const Orientation& orientation, Pictur
   const int first_x = orientation.xx < 0 || orientation.yx < 0 ? width - 1 : 0;
   const int first_y = orientation.xy < 0 || orientation.yy < 0 ? height - 1 : 0;
   // Bytes between the places of two pixels that are neighbours in a stored row.
-  const ptrdiff_t step = orientation.xx * 4 + ptrdiff_t{orientation.xy} * destination->stride();
+  const ptrdiff_t step =
+      ptrdiff_t{orientation.xx} * 4 + ptrdiff_t{orientation.xy} * destination->stride();
   for (int y = 0; y < source.height(); ++y) {
     const uint8_t* from = source.Row(y);
-    uint8_t* to = destination->Row(first_y + y * orientation.yy) +
-                  ptrdiff_t{4} * (first_x + y * orientation.yx);
+    uint8_t* to = destination->Pixel(first_x + y * orientation.yx, first_y + y * orientation.yy);
     for (int x = 0; x < source.width(); ++x, from += 4, to += step) std::memcpy(to, from, 4);
   }
 }

@@ -31,8 +31,7 @@ void Picture::Resize(int width, int height) {
 void Picture::Fill(uint8_t blue, uint8_t green, uint8_t red, uint8_t alpha) {
   const uint8_t pixel[4] = {blue, green, red, alpha};
   for (int y = 0; y < height_; ++y) {
-    uint8_t* row = Row(y);
-    for (int x = 0; x < width_; ++x) std::memcpy(row + 4 * x, pixel, 4);
+    for (int x = 0; x < width_; ++x) std::memcpy(Pixel(x, y), pixel, 4);
   }
 }
 

@@ -27,6 +27,10 @@ class Picture {
   uint8_t* Row(int y) { return pixels_.get() + static_cast<ptrdiff_t>(y) * stride_; }
   const uint8_t* Row(int y) const { return pixels_.get() + static_cast<ptrdiff_t>(y) * stride_; }
 
+  // The four bytes of the pixel in column x of row y.
+  uint8_t* Pixel(int x, int y) { return Row(y) + ptrdiff_t{4} * x; }
+  const uint8_t* Pixel(int x, int y) const { return Row(y) + ptrdiff_t{4} * x; }
+
  private:
   struct Free {
     void operator()(uint8_t* pixels) const;

@@ -1,5 +1,6 @@
 #include "media/picture_converter.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "media/media_error.h"
@@ -42,10 +43,9 @@ const Picture& PictureConverter::Padded(const Picture& picture) {
   if (picture.width() == width_ && picture.height() == height_) return picture;
   padded_.Resize(width_, height_);
   for (int y = 0; y < height_; ++y) {
-    const uint8_t* from = picture.Row(y < picture.height() ? y : picture.height() - 1);
-    const int last = picture.width() - 1;
-    std::memcpy(padded_.Row(y), from, static_cast<size_t>(picture.width()) * 4);
-    std::memcpy(padded_.Row(y) + static_cast<ptrdiff_t>(width_ - 1) * 4, from + last * 4, 4);
+    const int row = std::min(y, picture.height() - 1);
+    std::memcpy(padded_.Row(y), picture.Row(row), static_cast<size_t>(picture.width()) * 4);
+    std::memcpy(padded_.Pixel(width_ - 1, y), picture.Pixel(picture.width() - 1, row), 4);
   }
   return padded_;
 }

@@ -18,8 +18,7 @@ namespace {
 // The part of `source` from (left, top), as large as `out` is.
 void Crop(const Picture& source, int left, int top, Picture* out) {
   for (int y = 0; y < out->height(); ++y) {
-    std::memcpy(out->Row(y), source.Row(top + y) + static_cast<ptrdiff_t>(left) * 4,
-                static_cast<size_t>(out->width()) * 4);
+    std::memcpy(out->Row(y), source.Pixel(left, top + y), static_cast<size_t>(out->width()) * 4);
   }
 }
 

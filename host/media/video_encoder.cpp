@@ -54,7 +54,7 @@ VideoEncoder::VideoEncoder(const OutputFormat& output, const VideoFormat& video,
   if (global_header) codec_->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
   for (const auto& [name, value] : OptionsOf(output.video_encoder, quality)) {
     CheckAv(av_opt_set(codec_.get(), name.c_str(), value.c_str(), AV_OPT_SEARCH_CHILDREN),
-            output.video_encoder + " " + name + " " + value);
+            std::string(output.video_encoder).append(" ").append(name).append(" ").append(value));
   }
   CheckAv(avcodec_open2(codec_.get(), codec_->codec, nullptr), output.video_encoder);
 }

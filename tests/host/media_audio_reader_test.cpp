@@ -41,7 +41,7 @@ TEST_F(AudioReaderTest, LosslessSamplesComeAsTheyAre) {
         EXPECT_EQ(reader.sample_rate(), rate);
         EXPECT_EQ(reader.channels(), channels);
         if (std::string(name) == "a.mkv") continue;  // lossy by default
-        ExpectSamples(&reader, rate * 3 / 2, RampSample);
+        ExpectSamples(&reader, int64_t{rate} * 3 / 2, RampSample);
       }
     }
   }
@@ -49,6 +49,7 @@ TEST_F(AudioReaderTest, LosslessSamplesComeAsTheyAre) {
 
 TEST_F(AudioReaderTest, FramesOfSamplesJoinWithoutASeam) {
   AudioReader reader(maker_.Make("a.flac", RampSamples(44100, "stereo", 5)));
+  constexpr size_t kValues = size_t{44100} * 5 * 2;
   std::vector<int16_t> all;
   std::vector<int16_t> samples;
   for (int64_t frame = 0;; ++frame) {
@@ -56,8 +57,8 @@ TEST_F(AudioReaderTest, FramesOfSamplesJoinWithoutASeam) {
     if (reader.Read(span.first, span.count, &samples) == 0) break;
     all.insert(all.end(), samples.begin(), samples.end());
   }
-  ASSERT_GE(all.size(), size_t{44100 * 5 * 2});
-  for (size_t i = 0; i < size_t{44100 * 5 * 2}; ++i) {
+  ASSERT_GE(all.size(), kValues);
+  for (size_t i = 0; i < kValues; ++i) {
     ASSERT_EQ(all[i], RampSample(static_cast<int64_t>(i / 2))) << i;
   }
 }
@@ -101,7 +102,7 @@ TEST_F(AudioReaderTest, SoundBeforeTheFirstPictureIsDropped) {
 TEST_F(AudioReaderTest, RoundedTimestampsTearNothingApart) {
   // Matroska rounds to milliseconds, which 1024 samples of 44100 Hz never are.
   AudioReader reader(maker_.Make("a.mkv", RampSamples(44100, "stereo", 5) + "-c:a pcm_s16le "));
-  ExpectSamples(&reader, 44100 * 5, RampSample);
+  ExpectSamples(&reader, int64_t{44100} * 5, RampSample);
 }
 
 TEST_F(AudioReaderTest, GapsAreSilent) {

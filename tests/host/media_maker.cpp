@@ -26,7 +26,7 @@ MediaMaker::MediaMaker() {
 
 std::filesystem::path MediaMaker::Make(const std::string& name,
                                        const std::string& arguments) const {
-  const std::filesystem::path path = folder() / name;
+  std::filesystem::path path = folder() / name;
   const std::string command =
       "ffmpeg -nostdin -y -v error " + arguments + " \"" + Utf8(path) + "\"";
   EXPECT_EQ(std::system(command.c_str()), 0) << command;
@@ -66,7 +66,7 @@ std::string ClickSamples(int sample_rate, const std::string& layout, double seco
 
 int ReadNumber(const Picture& picture) {
   const auto digit = [&picture](int x) {
-    const uint8_t* pixel = picture.Row(picture.height() / 2) + 4 * x;
+    const uint8_t* pixel = picture.Pixel(x, picture.height() / 2);
     return static_cast<int>(std::lround(pixel[1] * 219.0 / 255 / kStep));
   };
   return digit(picture.width() / 4) + kNumbers * digit(picture.width() * 3 / 4);

@@ -23,7 +23,7 @@ std::string Letters(const Picture& picture) {
   std::string letters;
   for (int y = 0; y < picture.height(); ++y) {
     for (int x = 0; x < picture.width(); ++x) {
-      const uint8_t* p = picture.Row(y) + 4 * x;
+      const uint8_t* p = picture.Pixel(x, y);
       letters += p[0] > 128 ? 'b' : p[1] > 128 ? 'g' : 'r';
     }
   }
@@ -41,7 +41,7 @@ TEST_F(PictureTest, PngKeepsEveryBitOfColourAndAlpha) {
     const auto v = static_cast<uint8_t>(x);
     const uint8_t pixels[3][4] = {
         {v, static_cast<uint8_t>(255 - x), 7, v}, {1, v, 200, 0}, {200, 100, v, 255}};
-    for (int y = 0; y < 3; ++y) std::copy_n(pixels[y], 4, picture.Row(y) + 4 * x);
+    for (int y = 0; y < 3; ++y) std::copy_n(pixels[y], 4, picture.Pixel(x, y));
   }
   PngSequenceWriter writer(maker_.folder() / "p%d.png", 0);
   writer.Write(picture, {});
@@ -50,7 +50,7 @@ TEST_F(PictureTest, PngKeepsEveryBitOfColourAndAlpha) {
   ASSERT_EQ(read.width(), 256);
   ASSERT_EQ(read.height(), 3);
   for (int y = 0; y < 3; ++y) {
-    EXPECT_TRUE(std::equal(picture.Row(y), picture.Row(y) + 256 * 4, read.Row(y))) << y;
+    EXPECT_TRUE(std::equal(picture.Row(y), picture.Pixel(256, y), read.Row(y))) << y;
   }
 }
 
@@ -91,7 +91,7 @@ TEST_F(PictureTest, WithoutASizeAPictureKeepsItsOwn) {
   const Picture picture = LoadPicture(path, {});
   EXPECT_EQ(picture.width(), 31);
   EXPECT_EQ(picture.height(), 17);
-  EXPECT_EQ(picture.Row(16)[30 * 4 + 3], 255);
+  EXPECT_EQ(picture.Pixel(30, 16)[3], 255);
 }
 
 TEST_F(PictureTest, AScaledPictureCoversAndLosesItsOverhangOnBothSides) {
@@ -102,7 +102,7 @@ TEST_F(PictureTest, AScaledPictureCoversAndLosesItsOverhangOnBothSides) {
   const Picture picture = LoadPicture(path, PictureSize{20, 60});
   EXPECT_EQ(picture.width(), 20);
   EXPECT_EQ(picture.height(), 60);
-  EXPECT_EQ(Letters(picture), std::string(20 * 60, 'g'));
+  EXPECT_EQ(Letters(picture), std::string(1200, 'g'));
 }
 
 TEST_F(PictureTest, WhatIsNoPictureIsRefused) {

@@ -16,7 +16,7 @@ TEST(AudioTimeline, SpansTouchForOverAnHour) {
   for (const FrameRate rate : kRates) {
     for (const int sample_rate : kSampleRates) {
       int64_t expected = 0;
-      for (int64_t frame = 0; frame < 3700 * 60; ++frame) {
+      for (int64_t frame = 0; frame < int64_t{3700} * 60; ++frame) {
         const SampleSpan span = SamplesOfFrame(frame, rate, sample_rate);
         ASSERT_EQ(span.first, expected) << frame;
         expected = span.first + span.count;

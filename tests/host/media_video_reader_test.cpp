@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,8 @@ std::vector<int> ReadNumbers(VideoReader* reader) {
 }
 
 std::vector<int> Counting(int count) {
-  std::vector<int> numbers;
-  for (int i = 0; i < count; ++i) numbers.push_back(i);
+  std::vector<int> numbers(static_cast<size_t>(count));
+  std::iota(numbers.begin(), numbers.end(), 0);
   return numbers;
 }
 
@@ -104,7 +105,7 @@ std::string QuadrantsOf(const Picture& picture) {
   std::string letters;
   for (const int y : {picture.height() / 4, picture.height() * 3 / 4}) {
     for (const int x : {picture.width() / 4, picture.width() * 3 / 4}) {
-      const uint8_t* p = picture.Row(y) + 4 * x;
+      const uint8_t* p = picture.Pixel(x, y);
       letters += p[0] > 128 && p[2] > 128 ? 'w' : p[0] > 128 ? 'b' : p[1] > 128 ? 'g' : 'r';
     }
   }
@@ -163,7 +164,7 @@ TEST_F(VideoReaderTest, ColoursFollowTheMatrixAndRangeOfTheFile) {
     VideoReader reader(path);
     Picture picture;
     ASSERT_TRUE(reader.Read(&picture));
-    const uint8_t* pixel = picture.Row(30) + 30 * 4;
+    const uint8_t* pixel = picture.Pixel(30, 30);
     EXPECT_NEAR(pixel[2], 0xC8, 3) << c.arguments;
     EXPECT_NEAR(pixel[1], 0x32, 3) << c.arguments;
     EXPECT_NEAR(pixel[0], 0x14, 3) << c.arguments;

@@ -36,7 +36,7 @@ class MediaWriterTest : public ::testing::Test {
   // Writes frames of one colour with a click at one position of the sound.
   std::filesystem::path WriteMovie(const char* name, const MovieSettings& settings, int frames,
                                    int64_t click = -1) {
-    const auto path = maker_.folder() / name;
+    auto path = maker_.folder() / name;
     MediaWriter writer(path, settings);
     Picture picture(settings.video.width, settings.video.height);
     picture.Fill(0x14, 0x32, 0xC8, 255);
@@ -107,7 +107,7 @@ TEST_F(MediaWriterTest, ColoursAreTaggedAndComeBack) {
     VideoReader reader(path);
     Picture picture;
     ASSERT_TRUE(reader.Read(&picture)) << name;
-    const uint8_t* pixel = picture.Row(24) + 32 * 4;
+    const uint8_t* pixel = picture.Pixel(32, 24);
     EXPECT_NEAR(pixel[0], 0x14, 4) << name;
     EXPECT_NEAR(pixel[1], 0x32, 4) << name;
     EXPECT_NEAR(pixel[2], 0xC8, 4) << name;
@@ -133,7 +133,7 @@ TEST_F(MediaWriterTest, OddSidesGainTheirLastColumnAndRowAgain) {
   EXPECT_EQ(reader.format().height, 48);
   Picture picture;
   ASSERT_TRUE(reader.Read(&picture));
-  EXPECT_NEAR(picture.Row(47)[63 * 4 + 2], 0xC8, 4);
+  EXPECT_NEAR(picture.Pixel(63, 47)[2], 0xC8, 4);
 }
 
 TEST_F(MediaWriterTest, EncodedSoundKeepsItsTimeToTheSample) {
@@ -159,7 +159,7 @@ TEST_F(MediaWriterTest, SoundOfAnyRateAndChannelCountIsEncoded) {
         AudioReader reader(path, VideoReader(path).origin());
         EXPECT_EQ(reader.channels(), channels) << name << " " << rate;
         std::vector<int16_t> samples;
-        ASSERT_GT(reader.Read(0, reader.sample_rate() * 2, &samples), 0);
+        ASSERT_GT(reader.Read(0, int64_t{reader.sample_rate()} * 2, &samples), 0);
         const double seconds =
             static_cast<double>(LoudestSample(samples, channels)) / reader.sample_rate();
         EXPECT_NEAR(seconds, 1 + 100.0 / rate, 0.0012) << name << " " << rate << " " << channels;
@@ -246,8 +246,8 @@ TEST_F(MediaWriterTest, TransparentMoviesKeepStraightAlpha) {
     VideoReader reader(path);
     Picture read;
     ASSERT_TRUE(reader.Read(&read));
-    EXPECT_NEAR(read.Row(24)[8 * 4 + 3], 0, 2) << name;
-    const uint8_t* pixel = read.Row(24) + 56 * 4;
+    EXPECT_NEAR(read.Pixel(8, 24)[3], 0, 2) << name;
+    const uint8_t* pixel = read.Pixel(56, 24);
     EXPECT_NEAR(pixel[3], 128, 3) << name;
     EXPECT_NEAR(pixel[0], 40, 6) << name;
     EXPECT_NEAR(pixel[1], 80, 6) << name;

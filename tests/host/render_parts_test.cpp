@@ -57,12 +57,12 @@ TEST(RenderInput, EveryFrameGetsTheSamplesOfItsTimeSpanAndNoOthers) {
         // The first sample is under way when the frame begins.
         ASSERT_EQ(job.span.first, job.index * sample_rate * exact.denominator / exact.numerator);
         for (int64_t i = 0; i < job.span.count; ++i, ++expected) {
-          if (expected >= 2 * sample_rate) break;
+          if (expected >= int64_t{2} * sample_rate) break;
           ASSERT_EQ(job.samples[static_cast<size_t>(2 * i + 1)], host::RampSample(expected))
               << "frame " << job.index;
         }
       }
-      EXPECT_GE(expected, 2 * sample_rate - 1) << rate;
+      EXPECT_GE(expected, int64_t{2} * sample_rate - 1) << rate;
     }
   }
 }

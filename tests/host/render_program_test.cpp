@@ -51,7 +51,7 @@ TEST_F(RenderProgram, AVideoKeepsItsFramesAndItsSound) {
 TEST_F(RenderProgram, TheFigureIsLaidOverTheVideo) {
   RenderWell("@clip.mp4 --frames 0:1 -o @out/" + figure_);
   const Picture picture = LoadPicture(media_.folder() / "out" / "frame_000000.png", {});
-  const uint8_t* pixel = picture.Row(24) + 32 * 4;  // half figure, half blue
+  const uint8_t* pixel = picture.Pixel(32, 24);  // half figure, half blue
   EXPECT_NEAR(pixel[0], 127, 4);
   EXPECT_NEAR(pixel[1], 26, 4);
   EXPECT_NEAR(pixel[2], 128, 4);
@@ -66,7 +66,7 @@ TEST_F(RenderProgram, SoundAloneGetsABackground) {
   VideoReader reader(media_.folder() / "out.mp4");
   Picture picture;
   ASSERT_TRUE(reader.Read(&picture));
-  EXPECT_NEAR(picture.Row(30)[40 * 4], 0x30, 4);  // half of the figure's 0 and 0x60
+  EXPECT_NEAR(picture.Pixel(40, 30)[0], 0x30, 4);  // half of the figure's 0 and 0x60
 }
 
 TEST_F(RenderProgram, APictureCanBeTheBackground) {
@@ -75,7 +75,7 @@ TEST_F(RenderProgram, APictureCanBeTheBackground) {
   const Picture picture = LoadPicture(media_.folder() / "out" / "frame_000000.png", {});
   EXPECT_EQ(picture.width(), 70);
   EXPECT_EQ(picture.height(), 50);
-  EXPECT_NEAR(picture.Row(25)[35 * 4 + 1], 153, 4);  // half of 51 and 255
+  EXPECT_NEAR(picture.Pixel(35, 25)[1], 153, 4);  // half of 51 and 255
 }
 
 TEST_F(RenderProgram, SoundAloneReplacesTheVideosOwn) {
@@ -93,7 +93,7 @@ TEST_F(RenderProgram, SoundAloneReplacesTheVideosOwn) {
 TEST_F(RenderProgram, TransparentOutputsHoldTheFigureAloneWithStraightAlpha) {
   RenderWell("@clip.mp4 --transparent --frames 0:3 -o @out/" + figure_);
   const Picture png = LoadPicture(media_.folder() / "out" / "frame_000001.png", {});
-  const uint8_t* exact = png.Row(24) + 32 * 4;
+  const uint8_t* exact = png.Pixel(32, 24);
   EXPECT_EQ(exact[0], 0);
   EXPECT_EQ(exact[1], 51);
   EXPECT_EQ(exact[2], 255);
@@ -103,7 +103,7 @@ TEST_F(RenderProgram, TransparentOutputsHoldTheFigureAloneWithStraightAlpha) {
     VideoReader reader(media_.folder() / name);
     Picture picture;
     ASSERT_TRUE(reader.Read(&picture)) << name;
-    const uint8_t* pixel = picture.Row(24) + 32 * 4;
+    const uint8_t* pixel = picture.Pixel(32, 24);
     EXPECT_NEAR(pixel[1], 51, 8) << name;
     EXPECT_NEAR(pixel[2], 255, 8) << name;
     EXPECT_NEAR(pixel[3], 128, 3) << name;
