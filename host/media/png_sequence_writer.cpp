@@ -53,6 +53,7 @@ void PngSequenceWriter::Finish() {
     fs::rename(part_folder_ / name_.NameOf(number), file, error);
     Check(error, file);
   }
+  fs::remove(part_folder_, error);
 }
 
 }  // namespace krv::host

@@ -60,7 +60,7 @@ TEST_F(PictureTest, SequencesCarryTheNumbersOfTheirFrames) {
   PngSequenceWriter writer(maker_.folder() / "p_%03d.png", 8);
   for (int i = 0; i < 3; ++i) writer.Write(picture, {});
   writer.Finish();
-  EXPECT_THAT(maker_.Files(), ElementsAre(".krv.part", "p_008.png", "p_009.png", "p_010.png"));
+  EXPECT_THAT(maker_.Files(), ElementsAre("p_008.png", "p_009.png", "p_010.png"));
 }
 
 TEST_F(PictureTest, AFolderIsMadeForASequence) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cinttypes>
+#include <cmath>
 #include <cstdio>
 
 #include "platform/terminal.h"
@@ -13,7 +14,7 @@ constexpr int kBarLength = 30;
 constexpr std::chrono::milliseconds kInterval(100);
 
 std::string TimeText(double seconds) {
-  const auto whole = static_cast<int64_t>(seconds + 0.5);
+  const auto whole = static_cast<int64_t>(std::llround(seconds));
   char text[40];
   if (whole >= 3600) {
     std::snprintf(text, sizeof text, "%" PRId64 ":%02d:%02d", whole / 3600,
