@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # demo.sh [INPUT]: sets up, builds, and renders the spectrum bars over INPUT, or over a clip with
-# music that it makes itself, to build/demo/.
+# music that it makes itself, to build/demo/. What is up to date is not rendered again.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 input=${1:+$(realpath -- "$1")}
@@ -12,8 +12,12 @@ out=build/demo
 mkdir -p "$out"
 if [ -z "$input" ]; then
   input=$out/clip.mp4
-  [ -f "$input" ] || build/linux/krv_demo_clip "$input"
+  [ "$input" -nt build/linux/krv_demo_clip ] || build/linux/krv_demo_clip "$input"
 fi
 name=$(basename -- "${input%.*}")
-build/linux/krv render "$input" --effect audio_visualization_bars -o "$out/$name-bars.mp4"
-echo "Open $root/$out/$name-bars.mp4"
+result=$out/$name-bars.mp4
+sources=("$input" build/linux/krv build/linux/krvAudioVisualPlugin.krv packages)
+if [ ! -f "$result" ] || [ -n "$(find "${sources[@]}" -newer "$result" -print -quit)" ]; then
+  build/linux/krv render "$input" --effect audio_visualization_bars -o "$result"
+fi
+echo "Open $root/$result"
