@@ -136,10 +136,12 @@ std::unique_ptr<TextureFrame> TextureFrame::Create(int32_t width, int32_t height
   glGenTextures(1, &texture);
   {
     const TextureBinding binding(texture);
+    // Sampled as the plug-in's own textures are, so that both forms give the same picture to the
+    // bit: drivers filter with different precision for different ways of wrapping.
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_MIRRORED_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_MIRRORED_REPEAT);
     glTexImage2D(GL_TEXTURE_2D, 0, GlInternalFormat(pixel_type), width, height, 0, GL_BGRA,
                  GlType(pixel_type), nullptr);
   }

@@ -36,8 +36,8 @@ static_assert(sizeof(FrameDescription) == 20);
 // y = 0, so OpenGL's y axis runs down the picture. A texture of form kFrameOnGpu follows the same
 // order. Colours are not converted; alpha is straight (not multiplied into the colours).
 //
-// A frame handed to the plug-in stays valid for the frame being processed. A texture must be
-// complete without mip maps (its minification filter GL_LINEAR or GL_NEAREST).
+// Valid for the frame being processed. A texture must be complete without mip maps; filtered with
+// GL_LINEAR and wrapped with GL_MIRRORED_REPEAT it gives the same picture as a frame in memory.
 class HostFrame {
  public:
   // Slot 0 [any-thread]. Fills *out. 0 on success.

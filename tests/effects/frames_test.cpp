@@ -176,9 +176,13 @@ TEST_F(Frames, FrameInMemoryMayBeItsOwnInput) {
 
 class GpuFrames : public testing::Test {
  protected:
+  // Larger than the effect is drawn, so that the blend has to scale it up.
+  static constexpr int32_t kWidth = 750;
+  static constexpr int32_t kHeight = 500;
+
   // What an instance draws whose frames lie in memory.
   static std::unique_ptr<host::MemoryFrame> DrawnInMemory(host::MemoryFrame& input) {
-    auto output = std::make_unique<host::MemoryFrame>(96, 64, kPixel8);
+    auto output = std::make_unique<host::MemoryFrame>(kWidth, kHeight, kPixel8);
     EffectHost memory_host;
     TestContext context;
     context.index = 7;
@@ -190,14 +194,14 @@ class GpuFrames : public testing::Test {
     return output;
   }
 
-  host::MemoryFrame input_{96, 64, kPixel8};
+  host::MemoryFrame input_{kWidth, kHeight, kPixel8};
   std::unique_ptr<host::MemoryFrame> reference_ = DrawnInMemory(input_);
   EffectHost host_{host::DeviceUse::kGpu};  // after the host of the reference is gone
 };
 
 TEST_F(GpuFrames, ShowWhatFramesInMemoryShow) {
   const auto input = TextureOf(input_);
-  host::MemoryFrame blank(96, 64, kPixel8);
+  host::MemoryFrame blank(kWidth, kHeight, kPixel8);
   const auto output = TextureOf(blank);
   TestContext context;
   context.index = 7;
@@ -221,7 +225,7 @@ TEST_F(GpuFrames, MemoryAndTexturesMix) {
   TestContext context;
   context.index = 7;
   context.input = &input_;
-  host::MemoryFrame output(96, 64, kPixel8);
+  host::MemoryFrame output(kWidth, kHeight, kPixel8);
   const auto texture = TextureOf(output);
   const Instance effect = host_.Make(FigurePackage());
   context.output = texture.get();
