@@ -11,7 +11,7 @@ namespace krv::test {
 namespace {
 
 constexpr int kWarmUpFrames = 100;
-constexpr int kFrames = 40000;
+constexpr int kFrames = 10000;
 
 int64_t ResidentBytes() {
   std::ifstream file("/proc/self/statm");
@@ -40,7 +40,8 @@ std::ostream& operator<<(std::ostream& out, const GlObjects& objects) {
 // than ten.
 GlObjects LiveObjects() {
   GlObjects objects;
-  for (GLuint name = 1; name < 20000; ++name) {
+  constexpr GLuint kNames = 10 * (kWarmUpFrames + kFrames);
+  for (GLuint name = 1; name < kNames; ++name) {
     objects.textures += glIsTexture(name) ? 1 : 0;
     objects.buffers += glIsBuffer(name) ? 1 : 0;
     objects.framebuffers += glIsFramebuffer(name) ? 1 : 0;
