@@ -102,7 +102,7 @@ float AudioVisualProcessFFT::MeasureBins() {
   float sum = 0.0f;
   int32_t counted = 0;
   for (int32_t k = 0; k < output_bins_; ++k) {
-    const fftwf_complex& bin = fft_output_[k * bin_step_];
+    const fftwf_complex& bin = fft_output_[ptrdiff_t{k} * bin_step_];
     const float magnitude = std::sqrt(bin[0] * bin[0] + bin[1] * bin[1]);
     const float db = std::max(20.0f * std::log10(magnitude * per_size), kFloorDb);
     if (db > kFloorDb) {

@@ -22,7 +22,7 @@ int64_t ChannelBytes(int32_t pixel_type) {
 bool IsSensible(const FrameDescription& d) {
   const int64_t channel_bytes = ChannelBytes(d.pixel_type);
   return channel_bytes != 0 && (d.form == kFrameInMemory || d.form == kFrameOnGpu) && d.width > 0 &&
-         d.height > 0 && d.stride >= d.width * 4 * channel_bytes;
+         d.height > 0 && d.stride >= int64_t{d.width} * 4 * channel_bytes;
 }
 
 }  // namespace

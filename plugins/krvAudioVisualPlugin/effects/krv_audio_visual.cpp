@@ -27,7 +27,7 @@ KRVAudioVisual::~KRVAudioVisual() {
 void* KRVAudioVisual::Destroy(uint32_t flags) {
   this->~KRVAudioVisual();
   if ((flags & 1) != 0) ::operator delete(this);
-  return this;
+  return this;  // NOLINT(clang-analyzer-cplusplus.NewDelete): the address alone
 }
 
 int32_t KRVAudioVisual::Initialize(EffectContext* context) {

@@ -39,7 +39,7 @@ KRVAudioVisual3dGeometry::KRVAudioVisual3dGeometry(
 void* KRVAudioVisual3dGeometry::Destroy(uint32_t flags) {
   this->~KRVAudioVisual3dGeometry();
   if ((flags & 1) != 0) ::operator delete(this);
-  return this;
+  return this;  // NOLINT(clang-analyzer-cplusplus.NewDelete): the address alone
 }
 
 int32_t KRVAudioVisual3dGeometry::PreparePass(PXGraphicsContext& draw) {

@@ -12,7 +12,7 @@ KRVAudioVisualMaskShape::KRVAudioVisualMaskShape(
 void* KRVAudioVisualMaskShape::Destroy(uint32_t flags) {
   this->~KRVAudioVisualMaskShape();
   if ((flags & 1) != 0) ::operator delete(this);
-  return this;
+  return this;  // NOLINT(clang-analyzer-cplusplus.NewDelete): the address alone
 }
 
 }  // namespace krv

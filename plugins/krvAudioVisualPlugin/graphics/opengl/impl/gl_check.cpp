@@ -17,11 +17,10 @@ const char* InRepository(const char* path) {
 
 }  // namespace
 
-bool CheckGl(std::source_location where) {
+bool CheckGl(const char* file, int line) {
   const GLenum error = glGetError();
   if (error == GL_NO_ERROR) return true;
-  std::printf("GL error 0x%x at %s:%d\n", error, InRepository(where.file_name()),
-              static_cast<int>(where.line()));
+  std::printf("GL error 0x%x at %s:%d\n", error, InRepository(file), line);
   std::fflush(stdout);
   return false;
 }
