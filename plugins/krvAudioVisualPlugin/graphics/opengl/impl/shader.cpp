@@ -74,6 +74,7 @@ void Report(const char* stage, const char* log) {
 GLuint CompileStage(GLenum stage, const std::string& source, std::span<const std::string> defines) {
   const std::vector<std::string> strings = SourceStrings(source, defines);
   std::vector<const GLchar*> pointers;
+  pointers.reserve(strings.size());
   for (const std::string& text : strings) pointers.push_back(text.c_str());
   const GLuint shader = glCreateShader(stage);
   glShaderSource(shader, static_cast<GLsizei>(pointers.size()), pointers.data(), nullptr);
