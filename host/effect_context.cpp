@@ -52,11 +52,12 @@ int32_t FrameContext::GetParameterValue(const char* name, int64_t position, Para
 }
 
 int32_t FrameContext::QueryProperty(const char* name, int32_t type, void* result, uint32_t size) {
+  constexpr uint32_t kPointerBytes = sizeof(void*);
   if (std::string_view(name) != kPersonMaskProperty || type != kPropertyPointer ||
-      size != sizeof(setup_.person_mask)) {
+      size != kPointerBytes) {
     return kNothingToDo;
   }
-  std::memcpy(result, &setup_.person_mask, sizeof(setup_.person_mask));
+  std::memcpy(result, &setup_.person_mask, kPointerBytes);
   return kOk;
 }
 

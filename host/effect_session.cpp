@@ -14,6 +14,7 @@ namespace {
 std::string UnknownEffect(std::string_view unique_name, const std::vector<EffectListing>& effects) {
   std::string message = "there is no effect \"" + std::string(unique_name) + "\"";
   std::vector<std::string> names;
+  names.reserve(effects.size());
   for (const EffectListing& effect : effects) names.push_back(effect.unique_name);
   if (const auto nearest = NearestName(unique_name, names)) {
     return message + "; did you mean \"" + *nearest + "\"?";

@@ -64,14 +64,14 @@ EGLDisplay SharedDisplay(GlContext::Renderer renderer) {
   return renderer == GlContext::Renderer::kAny && gpu != EGL_NO_DISPLAY ? gpu : software;
 }
 
-class EglContext : public GlContext {
+class EglContext final : public GlContext {
  public:
   EglContext(EGLDisplay display, EGLContext context) : display_(display), context_(context) {}
   EglContext(const EglContext&) = delete;
   EglContext& operator=(const EglContext&) = delete;
 
   ~EglContext() override {
-    if (eglGetCurrentContext() == context_) ClearCurrent();
+    if (eglGetCurrentContext() == context_) EglContext::ClearCurrent();
     eglDestroyContext(display_, context_);
   }
 

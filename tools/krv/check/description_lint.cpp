@@ -184,7 +184,9 @@ void LintDescription(const DescriptionDocument& document, const std::filesystem:
 
 bool IsBuiltinShader(const nlohmann::ordered_json& description, const std::string& entry) {
   const auto version = description.find("version");
-  if (version != description.end() && *version != "") return false;
+  const bool no_version = version == description.end() ||
+                          (version->is_string() && version->get_ref<const std::string&>().empty());
+  if (!no_version) return false;
   const std::string name = entry.substr(entry.rfind('\\') + 1);
   return std::find(kBuiltinShaders.begin(), kBuiltinShaders.end(), name) != kBuiltinShaders.end();
 }
