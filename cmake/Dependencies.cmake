@@ -1,13 +1,28 @@
-# The libraries the project links, as targets krv_dep_*. All of them are Debian packages; which ones
-# is listed in scripts/setup.sh.
+# The libraries the project links, as targets krv_dep_*. On Linux they are the Debian packages of
+# scripts/packages.txt; for Windows they are built from the sources of the same packages.
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
-find_package(nlohmann_json 3.6.1 REQUIRED)
+
+# Libraries that are headers alone serve both platforms. Cross compilers must not see the folder
+# that they are in, with the system's own headers.
+if(CMAKE_CROSSCOMPILING)
+  set(KRV_HEADERS_DIR ${CMAKE_BINARY_DIR}/generated/headers)
+  file(MAKE_DIRECTORY ${KRV_HEADERS_DIR})
+  foreach(name IN ITEMS nlohmann CLI)
+    file(CREATE_LINK /usr/include/${name} ${KRV_HEADERS_DIR}/${name} SYMBOLIC)
+  endforeach()
+  add_library(nlohmann_json::nlohmann_json INTERFACE IMPORTED)
+  target_include_directories(nlohmann_json::nlohmann_json SYSTEM INTERFACE ${KRV_HEADERS_DIR})
+else()
+  find_package(nlohmann_json 3.6.1 REQUIRED)
+endif()
 
 pkg_check_modules(FFTWF REQUIRED IMPORTED_TARGET fftw3f)
 pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
-pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
+if(NOT WIN32)
+  pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
+endif()
 
 # Debian's small OpenCV packages (core and imgproc alone) carry no CMake or pkg-config file.
 find_path(OPENCV_INCLUDE_DIR opencv2/core.hpp PATH_SUFFIXES opencv4 REQUIRED)
@@ -16,6 +31,10 @@ find_library(OPENCV_IMGPROC_LIBRARY opencv_imgproc REQUIRED)
 add_library(krv_dep_opencv INTERFACE)
 target_include_directories(krv_dep_opencv SYSTEM INTERFACE ${OPENCV_INCLUDE_DIR})
 target_link_libraries(krv_dep_opencv INTERFACE ${OPENCV_IMGPROC_LIBRARY} ${OPENCV_CORE_LIBRARY})
+if(WIN32)
+  find_library(ZLIB_LIBRARY z REQUIRED)  # core's own need, as a static library
+  target_link_libraries(krv_dep_opencv INTERFACE ${ZLIB_LIBRARY})
+endif()
 
 # The OpenGL function loader is generated at build time.
 find_program(GLAD_PROGRAM glad REQUIRED)

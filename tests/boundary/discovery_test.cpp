@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -257,34 +255,25 @@ TEST_F(Discovery, WronglyTypedParameterEndsTheCallWithTheLibrarysError) {
   EXPECT_FALSE(CanCreate(Unique("effect")));
 }
 
-// Allows this process only that many more open files, for a while.
-class FileLimit {
- public:
-  explicit FileLimit(int further_files) {
-    getrlimit(RLIMIT_NOFILE, &before_);
-    const int next = dup(STDIN_FILENO);
-    close(next);
-    rlimit lower = before_;
-    lower.rlim_cur = static_cast<rlim_t>(next + further_files);
-    setrlimit(RLIMIT_NOFILE, &lower);
+// Makes folders in a folder, one in the other, until the way to the last is longer than the system
+// opens; nobody can list that one by its path.
+void MakeEndlessWay(const fs::path& folder) {
+  constexpr int kFolders = 25;
+  const std::string name(200, 'x');
+  const fs::path before = fs::current_path();
+  fs::current_path(folder);
+  for (int i = 0; i < kFolders; ++i) {
+    fs::create_directory(name);
+    fs::current_path(name);
   }
-  FileLimit(const FileLimit&) = delete;
-  FileLimit& operator=(const FileLimit&) = delete;
-  ~FileLimit() { setrlimit(RLIMIT_NOFILE, &before_); }
-
- private:
-  rlimit before_{};
-};
+  fs::current_path(before);
+}
 
 TEST_F(Discovery, ErrorOfTheWalkKeepsWhatWasFoundBefore) {
   const auto folders = WriteThreePackages();
-  fs::create_directories(folders[1] / "deep/deeper/deepest");
   fs::remove(folders[1] / "description.json");
-  {
-    // Enough for the walk to the first package, not for the way down the second folder.
-    const FileLimit limit(3);
-    EXPECT_EQ(Register(), 0);
-  }
+  MakeEndlessWay(folders[1]);
+  EXPECT_EQ(Register(), 0);
   EXPECT_EQ(AnnouncedName(), Unique("first"));
   EXPECT_TRUE(CanCreate(Unique("first")));
   EXPECT_FALSE(CanCreate(Unique("third")));

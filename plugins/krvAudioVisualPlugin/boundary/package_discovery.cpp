@@ -1,47 +1,35 @@
 #include "boundary/package_discovery.h"
 
-#include <filesystem>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "boundary/plugin_registry.h"
-#include "platform/file_path.h"
+#include "platform/file_system.h"
 
 namespace krv {
 namespace {
 
-namespace fs = std::filesystem;
-
-std::string Utf8(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
-bool IsDescription(const fs::directory_entry& entry) {
-  std::error_code error;
-  return entry.path().filename() == "description.json" && !entry.is_directory(error);
-}
-
-std::vector<std::string> FindDescriptions(const fs::path& folder) {
-  std::vector<std::string> found;
-  std::error_code error;
-  fs::recursive_directory_iterator entry(folder, error);
-  while (!error && entry != fs::recursive_directory_iterator()) {
-    if (IsDescription(*entry)) found.push_back(Utf8(entry->path()));
-    entry.increment(error);
+// Adds the paths of every "description.json" under a folder, depth first. False when one of the
+// folders cannot be listed; what comes behind it is not looked for.
+bool FindDescriptions(const std::string& folder, std::vector<std::string>& found) {
+  const auto entries = platform::ListFolder(folder);
+  if (!entries) return false;
+  for (const platform::FolderEntry& entry : *entries) {
+    const bool separated = folder.ends_with('/') || folder.ends_with('\\');
+    const std::string path = folder + (separated ? "" : "/") + entry.name;
+    if (entry.is_folder && !FindDescriptions(path, found)) return false;
+    if (!entry.is_folder && entry.name == "description.json") found.push_back(path);
   }
-  return found;
+  return true;
 }
 
 }  // namespace
 
 std::shared_ptr<const EffectDescription> RegisterPackagesUnder(std::string_view path) {
-  const fs::path folder = platform::NativePath(path);
-  std::error_code error;
-  if (!fs::exists(folder, error)) return nullptr;
+  std::vector<std::string> found;
+  FindDescriptions(std::string(path), found);
   std::shared_ptr<const EffectDescription> last;
-  for (const std::string& description_path : FindDescriptions(folder)) {
+  for (const std::string& description_path : found) {
     if (auto description = RegisterPackage(description_path)) last = std::move(description);
   }
   return last;

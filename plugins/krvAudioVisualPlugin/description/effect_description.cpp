@@ -1,9 +1,7 @@
 #include "description/effect_description.h"
 
-#include <fstream>
-
 #include "krv/types.h"
-#include "platform/file_path.h"
+#include "platform/file_system.h"
 
 namespace krv {
 namespace {
@@ -30,9 +28,9 @@ std::string_view FolderOf(std::string_view path) {
 }  // namespace
 
 int32_t EffectDescription::LoadDescription(std::string_view path) {
-  std::ifstream file(platform::NativePath(path), std::ios::binary);
-  if (!file) return kFailed;
-  json_ = json::parse(file);
+  const auto text = platform::ReadFile(path);
+  if (!text) return kFailed;
+  json_ = json::parse(*text);
   package_folder_ = FolderOf(path);
   if (!HasText(json_, "effect_type", "audio_visualization")) {
     json_ = nullptr;
@@ -83,7 +81,7 @@ bool EffectDescription::Enciphered() const { return HasText(json_, "ENCRYPT", "1
 
 bool EffectDescription::Original() const { return ValueOr(json_, "original", false); }
 
-// Packages use the backslash on every platform; platform::NativePath understands it.
+// Packages use the backslash on every platform; the platform layer understands it.
 std::string EffectDescription::PathInPackage(const std::string& file) const {
   return package_folder_ + '\\' + file;
 }

@@ -1,0 +1,26 @@
+// Files and folders of packages.
+//
+// Paths are UTF-8, their parts separated by slashes or backslashes in any mixture, of any length;
+// paths inside packages are joined with a backslash on every platform. Any thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace krv::platform {
+
+// The contents of a regular file. Nothing when there is no such file, when it is something else (a
+// folder can be opened on some platforms, and a device or pipe may never end) or cannot be read.
+std::optional<std::string> ReadFile(std::string_view utf8_path);
+
+struct FolderEntry {
+  std::string name;  // UTF-8
+  bool is_folder;    // false for links to folders
+};
+
+// What a folder holds, in the order of the file system. Nothing when it cannot be listed.
+std::optional<std::vector<FolderEntry>> ListFolder(std::string_view utf8_path);
+
+}  // namespace krv::platform

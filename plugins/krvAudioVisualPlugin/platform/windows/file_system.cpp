@@ -1,0 +1,81 @@
+#include "platform/file_system.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/windows/wide_path.h"
+
+namespace krv::platform {
+namespace {
+
+struct HandleCloser {
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using FileHandle = std::unique_ptr<void, HandleCloser>;
+
+struct FindCloser {
+  void operator()(HANDLE handle) const { FindClose(handle); }
+};
+using FindHandle = std::unique_ptr<void, FindCloser>;
+
+// Null for everything but a regular file.
+FileHandle OpenFile(std::string_view utf8_path) {
+  const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE file = CreateFileW(ExtendedPath(utf8_path).c_str(), GENERIC_READ, share, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return nullptr;
+  FileHandle opened(file);
+  return GetFileType(file) == FILE_TYPE_DISK ? std::move(opened) : nullptr;
+}
+
+bool ReadWhole(HANDLE file, std::string& contents) {
+  constexpr size_t kMostAtOnce = size_t{1} << 30;
+  for (size_t done = 0; done < contents.size();) {
+    const auto wanted = static_cast<DWORD>(std::min(contents.size() - done, kMostAtOnce));
+    DWORD count = 0;
+    if (!::ReadFile(file, contents.data() + done, wanted, &count, nullptr) || count == 0) {
+      return false;
+    }
+    done += count;
+  }
+  return true;
+}
+
+bool IsFolder(const WIN32_FIND_DATAW& found) {
+  if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
+  // Of the other reparse points, such as folders kept in a cloud, the contents are real.
+  const bool link = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+                    (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK ||
+                     found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+  return !link;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadFile(std::string_view utf8_path) {
+  const FileHandle file = OpenFile(utf8_path);
+  LARGE_INTEGER size;
+  if (file == nullptr || !GetFileSizeEx(file.get(), &size)) return std::nullopt;
+  std::string contents(static_cast<size_t>(size.QuadPart), '\0');
+  if (!ReadWhole(file.get(), contents)) return std::nullopt;
+  return contents;
+}
+
+std::optional<std::vector<FolderEntry>> ListFolder(std::string_view utf8_path) {
+  const std::wstring pattern = ExtendedPath(utf8_path) + L"\\*";
+  WIN32_FIND_DATAW found;
+  const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return std::nullopt;
+  const FindHandle closer(search);
+  std::vector<FolderEntry> entries;
+  do {
+    const std::wstring_view name = found.cFileName;
+    if (name != L"." && name != L"..") entries.push_back({Utf8(name), IsFolder(found)});
+  } while (FindNextFileW(search, &found));
+  if (GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;
+  return entries;
+}
+
+}  // namespace krv::platform

@@ -1,0 +1,5 @@
+# Not by CMake: that sets the AVX flags for the whole library and so loses the choice at run time.
+export CFLAGS="$CFLAGS -fomit-frame-pointer -fstrict-aliasing"
+autotools --enable-float --enable-sse2 --enable-avx --enable-avx2 --disable-fortran --disable-doc \
+  --with-our-malloc --enable-threads --with-combined-threads
+licence COPYING COPYRIGHT

@@ -1,0 +1,2 @@
+autotools --disable-frontend --disable-decoder
+licence COPYING LICENSE

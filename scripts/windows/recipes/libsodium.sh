@@ -1,0 +1,4 @@
+# The source comes without its configure script.
+autoreconf -fi
+autotools --disable-pie --disable-ssp
+licence LICENSE

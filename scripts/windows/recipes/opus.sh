@@ -1,0 +1,2 @@
+autotools --disable-doc --disable-extra-programs --disable-stack-protector
+licence COPYING

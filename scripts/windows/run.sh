@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# run.sh PROGRAM [ARGUMENT...]: runs a Windows program under Wine with software OpenGL, in a prefix
+# of its own (KRV_WINE_PREFIX, else build/wine), on a virtual screen unless DISPLAY names one.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+if [ -z "${DISPLAY:-}" ]; then
+  exec xvfb-run -a -s "-screen 0 1280x720x24" "$0" "$@"
+fi
+
+export WINEPREFIX=${KRV_WINE_PREFIX:-$root/build/wine} WINEARCH=win64 WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
+export LIBGL_ALWAYS_SOFTWARE=1
+wine=/usr/lib/wine/wine64
+
+mkdir -p "$WINEPREFIX"
+exec 9>"$WINEPREFIX/.krv-lock"
+flock 9
+if [ ! -f "$WINEPREFIX/.krv-ready" ]; then
+  "$wine" wineboot -i >/dev/null 2>&1 9>&-
+  touch "$WINEPREFIX/.krv-ready"
+fi
+exec 9>&-
+
+# Into files: Wine's helper processes outlive the program and would keep a pipe open.
+out=$(mktemp -d)
+trap 'rm -rf "$out"' EXIT
+code=0
+"$wine" "$@" >"$out/stdout" 2>"$out/stderr" || code=$?
+cat "$out/stdout"
+cat "$out/stderr" >&2
+exit "$code"
