@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that the project needs. Does nothing when all are there.
+# setup.sh [PRESET]: installs the Debian packages that the project needs, for the preset `windows`
+# those of its cross build and its tests as well. Does nothing when all are there.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-mapfile -t wanted < <(grep -v '^#' scripts/packages.txt)
+lists=(scripts/packages.txt)
+[ "${1:-}" != windows ] || lists+=(scripts/windows/packages.txt)
+mapfile -t wanted < <(grep -hv '^#' "${lists[@]}")
 missing=()
 for package in "${wanted[@]}"; do
   state=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)

@@ -33,6 +33,7 @@ while read -r name package needs; do
     rm -rf "$prefix"
     if ! "$here/build_library.sh" "$name" "$version" "$prefix" $prefixes >"$log" 2>&1; then
       tail -n 30 "$log" >&2
+      rm -rf "$prefix"
       echo "dependencies: building $name failed; the whole output is in $log" >&2
       exit 1
     fi

@@ -36,8 +36,8 @@ std::optional<std::vector<FolderEntry>> ListFolder(std::string_view utf8_path) {
   if (error) return std::nullopt;
   std::vector<FolderEntry> entries;
   while (entry != fs::directory_iterator()) {
-    std::error_code ignored;
-    const bool is_folder = fs::is_directory(entry->symlink_status(ignored));
+    std::error_code unknown;
+    const bool is_folder = !entry->is_symlink(unknown) && entry->is_directory(unknown);
     entries.push_back({entry->path().filename().string(), is_folder});
     entry.increment(error);
     if (error) return std::nullopt;
