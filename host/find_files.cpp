@@ -1,5 +1,6 @@
 #include "find_files.h"
 
+#include "platform/file_system.h"
 #include "platform/process.h"
 #include "utf8_path.h"
 
@@ -10,10 +11,7 @@ namespace fs = std::filesystem;
 
 constexpr char kPluginFileName[] = "krvAudioVisualPlugin.krv";
 
-bool Exists(const fs::path& path) {
-  std::error_code code;
-  return fs::exists(path, code);
-}
+bool Exists(const fs::path& path) { return platform::IsFile(path) || platform::IsFolder(path); }
 
 // The first of the two places that exists.
 std::optional<fs::path> FirstOf(const fs::path& beside, const fs::path& installed, const char* what,
@@ -34,8 +32,7 @@ std::optional<fs::path> FindPlugin(const fs::path& wish, const fs::path& program
                    program_folder / ".." / "lib" / "krv" / kPluginFileName, "the plug-in",
                    "--plugin", error);
   }
-  std::error_code code;
-  if (fs::is_regular_file(wish, code)) return wish;
+  if (platform::IsFile(wish)) return wish;
   *error = "--plugin " + Utf8(wish) + ": there is no such file";
   return std::nullopt;
 }
@@ -46,8 +43,7 @@ std::optional<FoundFiles> FindFiles(const FileWishes& wishes, const fs::path& pr
   if (!plugin) return std::nullopt;
   FoundFiles found{*plugin, wishes.packages};
   for (const fs::path& folder : wishes.packages) {
-    std::error_code code;
-    if (fs::is_directory(folder, code)) continue;
+    if (platform::IsFolder(folder)) continue;
     *error = "--packages " + Utf8(folder) + ": there is no such folder";
     return std::nullopt;
   }

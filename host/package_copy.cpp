@@ -3,7 +3,9 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "folder_tree.h"
 #include "package_files.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::host {
@@ -22,12 +24,14 @@ void Apply(const PackageChanges& changes, nlohmann::ordered_json& description) {
 
 // Rewrites the description in `folder` and returns its new unique name.
 std::string RewriteDescription(const std::filesystem::path& folder, const PackageChanges& changes) {
-  const std::filesystem::path path = folder / kDescriptionFileName;
+  const std::filesystem::path path = platform::OpenablePath(folder / kDescriptionFileName);
   std::ifstream in(path, std::ios::binary);
   in.exceptions(std::ios::badbit);
   auto description = nlohmann::ordered_json::parse(in);
   in.close();
-  std::filesystem::remove(path);  // a copy of a read-only file is read-only
+  std::error_code error;
+  platform::Remove(path, error);  // a copy of a read-only file is read-only
+  if (error) throw std::filesystem::filesystem_error("cannot be replaced", path, error);
   Apply(changes, description);
   std::ofstream out;
   out.exceptions(std::ios::failbit | std::ios::badbit);
@@ -45,7 +49,7 @@ std::unique_ptr<PackageCopy> PackageCopy::Create(const std::filesystem::path& pa
   std::unique_ptr<TemporaryFolder> folder = TemporaryFolder::Create(error);
   if (folder == nullptr) return nullptr;
   try {
-    std::filesystem::copy(package, folder->path(), std::filesystem::copy_options::recursive);
+    CopyTree(package, folder->path());
     std::string unique_name = RewriteDescription(folder->path(), changes);
     return std::unique_ptr<PackageCopy>(new PackageCopy(std::move(folder), std::move(unique_name)));
   } catch (const std::exception& failure) {

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "platform/file_system.h"
+
 namespace krv::host {
 namespace {
 
@@ -14,26 +16,30 @@ bool HasText(const nlohmann::json& description, const char* key, std::string_vie
 }
 
 bool Describes(const std::filesystem::path& folder, std::string_view unique_name) {
-  std::ifstream file(folder / kDescriptionFileName, std::ios::binary);
+  std::ifstream file(platform::OpenablePath(folder / kDescriptionFileName), std::ios::binary);
   const auto description = nlohmann::json::parse(file, nullptr, /*allow_exceptions=*/false);
   return description.is_object() && HasText(description, "effect_type", "audio_visualization") &&
          HasText(description, "unique_name", unique_name);
 }
 
+void CollectPackageFolders(const std::filesystem::path& folder,
+                           std::vector<std::filesystem::path>* found) {
+  const auto entries = platform::ListFolder(folder);
+  if (!entries) return;
+  for (const platform::FolderEntry& entry : *entries) {
+    if (entry.is_folder) {
+      CollectPackageFolders(entry.path, found);
+    } else if (entry.path.filename() == kDescriptionFileName && !platform::IsFolder(entry.path)) {
+      found->push_back(entry.path.parent_path());
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<std::filesystem::path> FindPackageFolders(const std::filesystem::path& root) {
-  namespace fs = std::filesystem;
-  std::vector<fs::path> folders;
-  std::error_code code;
-  const auto options = fs::directory_options::skip_permission_denied;
-  for (fs::recursive_directory_iterator entry(root, options, code), end; !code && entry != end;
-       entry.increment(code)) {
-    std::error_code status;
-    if (entry->path().filename() == kDescriptionFileName && !entry->is_directory(status)) {
-      folders.push_back(entry->path().parent_path());
-    }
-  }
+  std::vector<std::filesystem::path> folders;
+  CollectPackageFolders(root, &folders);
   std::sort(folders.begin(), folders.end());
   return folders;
 }

@@ -1,5 +1,6 @@
 #include "plugin_library.h"
 
+#include "platform/file_system.h"
 #include "platform/shared_library.h"
 #include "utf8_path.h"
 
@@ -17,8 +18,7 @@ bool LookUp(void* library, const char* name, Function** function) {
 std::unique_ptr<PluginLibrary> PluginLibrary::Load(const std::filesystem::path& path,
                                                    std::string* error) {
   const std::string where = "plug-in " + Utf8(path);
-  std::error_code code;
-  if (!std::filesystem::exists(path, code)) {
+  if (!platform::IsFile(path)) {
     *error = where + ": there is no such file";
     return nullptr;
   }

@@ -3,6 +3,8 @@
 #include <random>
 #include <utility>
 
+#include "folder_tree.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::host {
@@ -15,7 +17,7 @@ std::unique_ptr<TemporaryFolder> TemporaryFolder::Create(std::string* error) {
   for (int i = 0; !code && i < kTries; ++i) {
     std::filesystem::path path = parent / ("krv-" + std::to_string(random()));
     // False without a code: somebody else has a folder of that name.
-    if (std::filesystem::create_directory(path, code)) {
+    if (platform::CreateFolder(path, code)) {
       return std::unique_ptr<TemporaryFolder>(new TemporaryFolder(std::move(path)));
     }
   }
@@ -23,9 +25,6 @@ std::unique_ptr<TemporaryFolder> TemporaryFolder::Create(std::string* error) {
   return nullptr;
 }
 
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
+TemporaryFolder::~TemporaryFolder() { RemoveTree(path_); }
 
 }  // namespace krv::host

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "media/media_error.h"
+#include "media/media_url.h"
 #include "utf8_path.h"
 
 extern "C" {
@@ -13,11 +14,10 @@ extern "C" {
 namespace krv::host {
 namespace {
 
-// The "file:" protocol by name: a path is never taken for a network address.
 InputPtr OpenInput(const std::filesystem::path& path) {
   AVFormatContext* format = nullptr;
   const std::string name = Utf8(path);
-  CheckAv(avformat_open_input(&format, ("file:" + name).c_str(), nullptr, nullptr), name);
+  CheckAv(avformat_open_input(&format, MediaUrl(path).c_str(), nullptr, nullptr), name);
   InputPtr input(format);
   CheckAv(avformat_find_stream_info(format, nullptr), name);
   return input;

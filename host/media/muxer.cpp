@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "media/media_error.h"
-#include "utf8_path.h"
+#include "media/media_url.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -16,8 +16,9 @@ namespace krv::host {
 Muxer::Muxer(const std::filesystem::path& path, const std::string& container, std::string name)
     : name_(std::move(name)) {
   AVFormatContext* format = nullptr;
-  const std::string url = "file:" + Utf8(path);
-  CheckAv(avformat_alloc_output_context2(&format, nullptr, container.c_str(), url.c_str()), name_);
+  CheckAv(
+      avformat_alloc_output_context2(&format, nullptr, container.c_str(), MediaUrl(path).c_str()),
+      name_);
   format_.reset(format);
 }
 

@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "media/media_error.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::host {
@@ -18,12 +19,12 @@ PartFile::PartFile(fs::path final_path) : final_path_(std::move(final_path)) {
 
 PartFile::~PartFile() {
   std::error_code ignored;
-  fs::remove(part_path_, ignored);
+  platform::Remove(part_path_, ignored);
 }
 
 void PartFile::Commit() {
   std::error_code error;
-  fs::rename(part_path_, final_path_, error);
+  platform::Rename(part_path_, final_path_, error);
   if (error) throw MediaError(Utf8(final_path_) + ": " + error.message());
 }
 

@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "media/media_error.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 extern "C" {
@@ -27,7 +28,7 @@ void PngEncoder::Open(const Picture& picture) {
 
 void PngEncoder::Write(const Picture& picture, const std::filesystem::path& path) {
   Open(picture);
-  std::ofstream file(path, std::ios::binary);
+  std::ofstream file(platform::OpenablePath(path), std::ios::binary);
   Encode(codec_.get(), converter_->Convert(picture).get(), [&file](AVPacket* packet) {
     file.write(reinterpret_cast<const char*>(packet->data), packet->size);
   });

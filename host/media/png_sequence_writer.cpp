@@ -2,7 +2,9 @@
 
 #include <system_error>
 
+#include "folder_tree.h"
 #include "media/media_error.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::host {
@@ -15,8 +17,7 @@ void Check(const std::error_code& error, const fs::path& path) {
 
 // Beside the folder when that is still to be made, else inside it: always on the same disk.
 fs::path PartFolder(const fs::path& folder) {
-  std::error_code error;
-  if (folder.empty() || fs::is_directory(folder, error)) return folder / ".krv.part";
+  if (folder.empty() || platform::IsFolder(folder)) return folder / ".krv.part";
   fs::path part = folder;
   part += ".part";
   return part;
@@ -30,14 +31,11 @@ PngSequenceWriter::PngSequenceWriter(const fs::path& path, int64_t first_frame)
       first_(first_frame),
       next_(first_frame) {
   std::error_code error;
-  fs::create_directory(part_folder_, error);
+  platform::CreateFolder(part_folder_, error);
   Check(error, part_folder_);
 }
 
-PngSequenceWriter::~PngSequenceWriter() {
-  std::error_code ignored;
-  fs::remove_all(part_folder_, ignored);
-}
+PngSequenceWriter::~PngSequenceWriter() { RemoveTree(part_folder_); }
 
 void PngSequenceWriter::Write(const Picture& picture, const std::vector<int16_t>&) {
   encoder_.Write(picture, part_folder_ / name_.NameOf(next_));
@@ -46,14 +44,14 @@ void PngSequenceWriter::Write(const Picture& picture, const std::vector<int16_t>
 
 void PngSequenceWriter::Finish() {
   std::error_code error;
-  if (!name_.folder().empty()) fs::create_directory(name_.folder(), error);
+  if (!name_.folder().empty()) platform::CreateFolder(name_.folder(), error);
   Check(error, name_.folder());
   for (int64_t number = first_; number < next_; ++number) {
     const fs::path file = name_.folder() / name_.NameOf(number);
-    fs::rename(part_folder_ / name_.NameOf(number), file, error);
+    platform::Rename(part_folder_ / name_.NameOf(number), file, error);
     Check(error, file);
   }
-  fs::remove(part_folder_, error);
+  platform::Remove(part_folder_, error);
 }
 
 }  // namespace krv::host

@@ -6,6 +6,7 @@
 
 #include "check/package_check.h"
 #include "package_files.h"
+#include "platform/file_system.h"
 #include "plugin_host.h"
 #include "utf8_path.h"
 
@@ -33,8 +34,7 @@ std::optional<std::vector<std::filesystem::path>> PackageFolders(
     std::filesystem::path path = host::PathFromUtf8(wish);
     if (path.filename() == host::kDescriptionFileName) path = path.parent_path() / "";
     if (path.empty()) path = ".";
-    std::error_code code;
-    if (!std::filesystem::is_directory(path, code)) {
+    if (!host::platform::IsFolder(path)) {
       *error = wish + ": there is no such package folder";
       return std::nullopt;
     }

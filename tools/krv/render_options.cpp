@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "media/media_error.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
@@ -104,13 +105,12 @@ host::DeviceUse ParseDevice(const std::string& text) {
 
 // Found out before hours of rendering, not after.
 void CheckFolderOf(const fs::path& file) {
-  std::error_code error;
   const fs::path path = file.has_filename() ? file : file.parent_path();
   const fs::path folder = path.parent_path();
-  if (!folder.empty() && !fs::is_directory(folder, error)) {
+  if (!folder.empty() && !host::platform::IsFolder(folder)) {
     throw MediaError(host::Utf8(file) + ": there is no folder " + host::Utf8(folder));
   }
-  if (file.has_filename() && fs::is_directory(file, error)) {
+  if (file.has_filename() && host::platform::IsFolder(file)) {
     throw MediaError(host::Utf8(file) + ": is a folder");
   }
 }
@@ -124,8 +124,7 @@ void CheckFiles(const RenderOptions& options) {
     CheckFolderOf(options.report);
   }
   for (const fs::path& input : options.inputs) {
-    std::error_code error;
-    if (fs::equivalent(input, options.output, error) && !error) {
+    if (host::platform::IsSameFile(input, options.output)) {
       throw MediaError(host::Utf8(options.output) + ": is an input, too");
     }
   }

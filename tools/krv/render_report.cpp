@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "media/media_error.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
@@ -42,7 +43,7 @@ void WriteReport(const RenderResult& result, const RenderOptions& options, const
       {"audio", {{"sample_rate", audio.sample_rate}, {"channels", audio.channels}}},
       {"device", options.device == host::DeviceUse::kGpu ? "gpu" : "memory"},
       {"gl_renderer", gl_renderer}};
-  std::ofstream file(options.report);
+  std::ofstream file(host::platform::OpenablePath(options.report), std::ios::binary);
   file << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
   file.close();
   if (!file) throw host::MediaError(host::Utf8(options.report) + ": cannot be written");

@@ -7,6 +7,7 @@
 #include <sstream>
 #include <vector>
 
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
@@ -185,7 +186,7 @@ std::optional<DescriptionDocument> DescriptionDocument::Read(const std::filesyst
                                                              Findings* findings) {
   DescriptionDocument document;
   document.file_ = host::Utf8(path);
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(host::platform::OpenablePath(path), std::ios::binary);
   std::ostringstream content;
   if (!file || !(content << file.rdbuf())) {
     findings->push_back({.file = document.file_, .message = "the file is empty or unreadable"});

@@ -6,6 +6,7 @@
 
 #include "check/parameter_lint.h"
 #include "nearest_name.h"
+#include "platform/file_system.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
@@ -116,8 +117,7 @@ class DescriptionLint {
 
   void LintFile(const std::string& pointer, const std::string& entry) {
     const std::filesystem::path file = PackageFile(folder_, entry);
-    std::error_code code;
-    if (std::filesystem::is_regular_file(file, code)) return;
+    if (host::platform::IsFile(file)) return;
     Report(pointer, Severity::kError, "there is no file " + host::Utf8(file));
   }
 

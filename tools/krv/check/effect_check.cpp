@@ -10,6 +10,7 @@
 #include "effect_session.h"
 #include "package_copy.h"
 #include "package_files.h"
+#include "platform/file_system.h"
 #include "platform/stdout_capture.h"
 #include "utf8_path.h"
 
@@ -151,8 +152,7 @@ class EffectCheck {
   }
 
   bool IsFile(const std::string& entry) const {
-    std::error_code code;
-    return std::filesystem::is_regular_file(PackageFile(folder_, entry), code);
+    return host::platform::IsFile(PackageFile(folder_, entry));
   }
 
   bool AnyShaderMissing() const {
