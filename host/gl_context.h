@@ -10,7 +10,8 @@ namespace krv::host {
 // at a time. Each object is a context of its own: contexts share nothing.
 class GlContext {
  public:
-  // Where drawing happens.
+  // Where drawing happens. On Windows a program has no choice, and the system's OpenGL driver draws
+  // whichever is asked for.
   enum class Renderer {
     kAny,       // a GPU when there is one, else software
     kSoftware,  // always software, for pictures that are the same on every machine

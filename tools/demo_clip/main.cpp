@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "demo_music.h"
@@ -9,6 +10,8 @@
 #include "media/audio_timeline.h"
 #include "media/media_error.h"
 #include "media/media_writer.h"
+#include "platform/process.h"
+#include "platform/standard_streams.h"
 #include "utf8_path.h"
 
 namespace krv::demo {
@@ -40,13 +43,15 @@ void MakeClip(const std::filesystem::path& path) {
 }  // namespace krv::demo
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
+  krv::host::platform::PrepareStandardStreams();
+  const std::vector<std::string> arguments = krv::host::platform::ProgramArguments(argc, argv);
+  if (arguments.size() != 1) {
     std::fputs("usage: krv_demo_clip OUT.mp4\n", stderr);
     return 2;
   }
   krv::host::SilenceAvLog();
   try {
-    krv::demo::MakeClip(krv::host::PathFromUtf8(argv[1]));
+    krv::demo::MakeClip(krv::host::PathFromUtf8(arguments.front()));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "krv_demo_clip: %s\n", error.what());
     return 2;

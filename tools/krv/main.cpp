@@ -1,13 +1,17 @@
 // The program krv: lists, checks and renders audio-visual effects.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "check_command.h"
 #include "command.h"
 #include "list_command.h"
 #include "nearest_name.h"
+#include "platform/process.h"
+#include "platform/standard_streams.h"
 #include "render_command.h"
 
 namespace {
@@ -15,32 +19,35 @@ namespace {
 using krv::tool::Action;
 
 // What is wrong with the command line, in one line.
-std::string Explain(const CLI::App& app, const CLI::ParseError& error, const char* first) {
+std::string Explain(const CLI::App& app, const CLI::ParseError& error, const std::string& first) {
   const bool no_command =
       dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && app.get_subcommands().empty();
   // The library says "A subcommand is required" about a command that it does not know as well.
-  if (!no_command || first == nullptr || *first == '-') return error.what();
+  if (!no_command || first.empty() || first.front() == '-') return error.what();
   std::vector<std::string> names;
   for (const CLI::App* command : app.get_subcommands(nullptr)) names.push_back(command->get_name());
   const auto nearest = krv::host::NearestName(first, names);
-  return "there is no command \"" + std::string(first) + "\"" +
+  return "there is no command \"" + first + "\"" +
          (nearest ? "; did you mean \"" + *nearest + "\"?" : "");
 }
 
-int Run(int argc, char** argv) {
+int Run(std::vector<std::string> arguments) {
   CLI::App app("Lists, checks and renders audio-visual effects.", "krv");
   app.set_version_flag("--version", "krv " KRV_VERSION);
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // "/x" is a path on every platform
   Action action;
   krv::tool::AddListCommand(app, &action);
   krv::tool::AddCheckCommand(app, &action);
   krv::tool::AddRenderCommand(app, &action);
+  const std::string first = arguments.empty() ? std::string() : arguments.front();
+  std::reverse(arguments.begin(), arguments.end());  // the order that parse expects
   try {
-    app.parse(argc, argv);
+    app.parse(std::move(arguments));
   } catch (const CLI::Success& asked) {  // --help, --version
     return app.exit(asked);
   } catch (const CLI::ParseError& error) {
-    return krv::tool::UsageError(Explain(app, error, argv[1]) + "; `krv --help` shows the usage");
+    return krv::tool::UsageError(Explain(app, error, first) + "; `krv --help` shows the usage");
   }
   return action();
 }
@@ -48,8 +55,9 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  krv::host::platform::PrepareStandardStreams();
   try {
-    return Run(argc, argv);
+    return Run(krv::host::platform::ProgramArguments(argc, argv));
   } catch (const std::exception& error) {
     return krv::tool::UsageError(error.what());
   }

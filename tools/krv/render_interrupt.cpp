@@ -9,23 +9,30 @@ namespace {
 std::atomic<bool> flag{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler writes it");
 
+constexpr int kSignals[] = {
+    SIGINT, SIGTERM,
+#ifdef SIGBREAK
+    SIGBREAK,  // Windows: Ctrl-Break, or the terminal is being closed
+#endif
+};
+
 void Handle(int signal_number) {
   flag.store(true, std::memory_order_relaxed);
   std::signal(signal_number, SIG_DFL);
+}
+
+void SetHandler(void (*handler)(int)) {
+  for (const int signal_number : kSignals) std::signal(signal_number, handler);
 }
 
 }  // namespace
 
 InterruptWatch::InterruptWatch() {
   flag.store(false, std::memory_order_relaxed);
-  std::signal(SIGINT, Handle);
-  std::signal(SIGTERM, Handle);
+  SetHandler(Handle);
 }
 
-InterruptWatch::~InterruptWatch() {
-  std::signal(SIGINT, SIG_DFL);
-  std::signal(SIGTERM, SIG_DFL);
-}
+InterruptWatch::~InterruptWatch() { SetHandler(SIG_DFL); }
 
 bool InterruptWatch::interrupted() const { return flag.load(std::memory_order_relaxed); }
 

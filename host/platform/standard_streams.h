@@ -1,0 +1,10 @@
+// The program's standard streams.
+#pragma once
+
+namespace krv::host::platform {
+
+// Makes standard output and error carry the bytes that are written, on every platform the same: no
+// line end is changed, and a terminal takes them for UTF-8. Call it once, first thing in main.
+void PrepareStandardStreams();
+
+}  // namespace krv::host::platform
