@@ -32,7 +32,7 @@ add_library(krv_dep_opencv INTERFACE)
 target_include_directories(krv_dep_opencv SYSTEM INTERFACE ${OPENCV_INCLUDE_DIR})
 target_link_libraries(krv_dep_opencv INTERFACE ${OPENCV_IMGPROC_LIBRARY} ${OPENCV_CORE_LIBRARY})
 if(WIN32)
-  find_library(ZLIB_LIBRARY z REQUIRED)  # core's own need, as a static library
+  find_library(ZLIB_LIBRARY libz.a REQUIRED)  # core's own need, as a static library
   target_link_libraries(krv_dep_opencv INTERFACE ${ZLIB_LIBRARY})
 endif()
 

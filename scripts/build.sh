@@ -6,6 +6,11 @@ cd "$(dirname "$0")/.."
 preset=${1:-linux}
 shift $(($# > 0 ? 1 : 0))
 
-[ "$preset" != windows ] || scripts/windows/dependencies.sh
-cmake --preset "$preset" >/dev/null
+fresh=()
+if [ "$preset" = windows ]; then
+  scripts/windows/dependencies.sh
+  # CMake remembers where it has found libraries.
+  [ build/windows/CMakeCache.txt -nt build/windows-libraries.txt ] || fresh=(--fresh)
+fi
+cmake --preset "$preset" "${fresh[@]}" >/dev/null
 cmake --build "build/$preset" ${1:+--target "$@"}
