@@ -1,6 +1,9 @@
 # The libraries the project links, as targets krv_dep_*. On Linux they are the Debian packages of
 # scripts/packages.txt; for Windows they are built from the sources of the same packages.
 
+if(WIN32)
+  set(CMAKE_FIND_LIBRARY_SUFFIXES .a)  # else a library's DLL comes before the static library
+endif()
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 
