@@ -14,7 +14,10 @@ constexpr int kBlurWidth = 20;               // pixels
 
 // FFTW's planner is not reentrant: every plan and buffer of the process is made and freed under
 // this one lock.
-std::mutex planner_mutex;
+std::mutex& PlannerMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
 
 void FillHannWeights(std::vector<float>& weights) {
   const auto size = static_cast<double>(weights.size());
@@ -54,7 +57,7 @@ void AudioVisualProcessFFT::Process(cv::Mat& image, int32_t sample_frames, uint8
 }
 
 void AudioVisualProcessFFT::SetUp() {
-  const std::lock_guard lock(planner_mutex);
+  const std::lock_guard lock(PlannerMutex());
   initialized_ = true;
   complex_bins_ = static_cast<int32_t>(fft_size_ / 2 + 1);
   output_bins_ = complex_bins_ / bin_step_;
@@ -74,7 +77,7 @@ void AudioVisualProcessFFT::SetUp() {
 }
 
 void AudioVisualProcessFFT::Release() {
-  const std::lock_guard lock(planner_mutex);
+  const std::lock_guard lock(PlannerMutex());
   if (!initialized_) return;
   fftwf_free(fft_input_);
   fftwf_free(fft_output_);

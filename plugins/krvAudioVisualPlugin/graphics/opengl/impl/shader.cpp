@@ -14,7 +14,7 @@
 namespace krv::GL {
 
 // Kept to the byte: package authors see it in error messages of their drivers.
-const std::string kDefaultVertexSource =
+const char* const kDefaultVertexSource =
     "  #version 120\n"
     "\n"
     "            #if __VERSION__ == 120 || __VERSION__ == 100 \n"

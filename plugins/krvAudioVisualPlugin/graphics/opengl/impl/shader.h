@@ -36,7 +36,7 @@ struct ShaderVariable {
 
 // The vertex source for programs that bring none: covers the target and passes the position in the
 // unit square on as `tc`.
-extern const std::string kDefaultVertexSource;
+extern const char* const kDefaultVertexSource;
 
 // The strings that make up one stage's source. Without defines: the source as it is. With defines:
 // "#version 300 es\n" in place of a version line (and only then), a "#define" line each, the rest.
