@@ -1,22 +1,17 @@
 #include "boundary/built_library.h"
 
-#include <dlfcn.h>
-
-#include <stdexcept>
+#include "support/loaded_library.h"
 
 namespace krv::test {
 namespace {
 
 template <class Function>
 void Find(void* library, const char* name, Function*& function) {
-  void* symbol = dlsym(library, name);
-  if (symbol == nullptr) throw std::runtime_error(std::string("not exported: ") + name);
-  function = reinterpret_cast<Function*>(symbol);
+  function = reinterpret_cast<Function*>(FindFunction(library, name));
 }
 
 BuiltLibrary Load() {
-  void* library = dlopen(BuiltLibrary::Path().c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) throw std::runtime_error(dlerror());
+  void* library = LoadForEver(BuiltLibrary::Path());
   BuiltLibrary functions{};
   Find(library, "StartupKRV", functions.startup);
   Find(library, "ShutdownKRV", functions.shutdown);

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "boundary/boundary_fixture.h"
+#include "support/file_system.h"
 
 namespace krv::test {
 namespace {
@@ -179,31 +180,25 @@ TEST_F(Discovery, FolderOfRejectedPackagesFindsNothing) {
   EXPECT_THAT(host_.log, IsEmpty());
 }
 
-TEST_F(Discovery, LinkThatLeadsNowhereIsSkipped) {
-  WritePackage("package", PackageText(Unique("effect")));
-  fs::create_directory(packages_.path() / "broken");
-  fs::create_symlink("nowhere", packages_.path() / "broken" / "description.json");
-  EXPECT_EQ(Register(), 0);
-  EXPECT_TRUE(CanCreate(Unique("effect")));
-}
-
-TEST_F(Discovery, LinksToFoldersAreNotEntered) {
-  ScratchFolder elsewhere;
-  elsewhere.Write("description.json", PackageText(Unique("linked")));
-  WritePackage("package", PackageText(Unique("effect")));
-  fs::create_directory_symlink(elsewhere.path(), packages_.path() / "link");
-  fs::create_directory_symlink("..", packages_.path() / "package" / "loop");
-  EXPECT_EQ(Register(), 0);
-  EXPECT_FALSE(CanCreate(Unique("linked")));
-}
-
 TEST_F(Discovery, FolderNamesWithSpacesPercentSignsAndOtherScripts) {
-  const auto file = WritePackage("50 %s %n/Größe 音楽/пакет", PackageText(Unique("effect")));
-  const std::string path = file.parent_path().parent_path().string();
+  const auto file =
+      WritePackage(Utf8Path("50 %s %n/Größe 音楽/пакет"), PackageText(Unique("effect")));
+  const std::string path = Utf8Text(file.parent_path().parent_path());
   ASSERT_EQ(Register(path), 0);
   ASSERT_THAT(host_.log, SizeIs(1));
   EXPECT_EQ(host_.log[0].text, ExpectedLogLine(Unique("effect"), path));
   EXPECT_TRUE(CanCreate(Unique("effect")));
+}
+
+TEST_F(Discovery, PathsMayBeLongerThan260Characters) {
+  const fs::path above = fs::path("above") / std::string(150, 'a') / std::string(150, 'b');
+  WritePackage(above / Utf8Path("Größe 音楽") / std::string(150, 'c'),
+               PackageText(Unique("effect")));
+  WritePackage("beside", PackageText(Unique("beside")));
+  ASSERT_EQ(Register(packages_.text() + "/above"), 0);
+  EXPECT_TRUE(CanCreate(Unique("effect")));
+  EXPECT_EQ(Register(Utf8Text(packages_.path() / above)), 0) << "and the path that is walked";
+  EXPECT_FALSE(CanCreate(Unique("beside")));
 }
 
 TEST_F(Discovery, BackslashesSeparateFoldersToo) {
@@ -255,24 +250,10 @@ TEST_F(Discovery, WronglyTypedParameterEndsTheCallWithTheLibrarysError) {
   EXPECT_FALSE(CanCreate(Unique("effect")));
 }
 
-// Makes folders in a folder, one in the other, until the way to the last is longer than the system
-// opens; nobody can list that one by its path.
-void MakeEndlessWay(const fs::path& folder) {
-  constexpr int kFolders = 25;
-  const std::string name(200, 'x');
-  const fs::path before = fs::current_path();
-  fs::current_path(folder);
-  for (int i = 0; i < kFolders; ++i) {
-    fs::create_directory(name);
-    fs::current_path(name);
-  }
-  fs::current_path(before);
-}
-
 TEST_F(Discovery, ErrorOfTheWalkKeepsWhatWasFoundBefore) {
   const auto folders = WriteThreePackages();
   fs::remove(folders[1] / "description.json");
-  MakeEndlessWay(folders[1]);
+  const auto unlistable = MakeUnlistable(folders[1]);
   EXPECT_EQ(Register(), 0);
   EXPECT_EQ(AnnouncedName(), Unique("first"));
   EXPECT_TRUE(CanCreate(Unique("first")));

@@ -1,25 +1,15 @@
 // Long runs: nothing grows.
 #include <glad/gl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <fstream>
 
 #include "effects/effect_fixture.h"
+#include "support/process_memory.h"
 
 namespace krv::test {
 namespace {
 
 constexpr int kWarmUpFrames = 100;
 constexpr int kFrames = 10000;
-
-int64_t ResidentBytes() {
-  std::ifstream file("/proc/self/statm");
-  int64_t total = 0;
-  int64_t resident = 0;
-  file >> total >> resident;
-  return resident * sysconf(_SC_PAGESIZE);
-}
 
 struct GlObjects {
   int textures = 0;

@@ -10,15 +10,15 @@
 #include <sstream>
 #include <string>
 
+#include "support/file_system.h"
 #include "temporary_folder.h"
+#include "utf8_path.h"
 
 namespace krv::host {
 
 inline void WriteFile(const std::filesystem::path& path, const std::string& text) {
-  std::filesystem::create_directories(path.parent_path());
-  std::ofstream file(path, std::ios::binary);
-  file << text;
-  ASSERT_TRUE(file.flush()) << path;
+  test::CreateFolders(path.parent_path());
+  test::WriteFile(path, text);
 }
 
 inline std::string ReadFile(const std::filesystem::path& path) {
@@ -40,7 +40,10 @@ class FilesTest : public ::testing::Test {
     std::replace(name_.begin(), name_.end(), '/', '.');
   }
 
-  std::filesystem::path Path(const std::string& name) const { return folder_->path() / name; }
+  // A name in UTF-8, with slashes.
+  std::filesystem::path Path(const std::string& name) const {
+    return (folder_->path() / PathFromUtf8(name)).make_preferred();
+  }
 
   // Writes a package with one fragment shader of its own and the given further keys.
   void WritePackage(const std::string& folder, const std::string& unique_name,

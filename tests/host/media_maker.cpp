@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "media/media_error.h"
+#include "support/process.h"
 #include "utf8_path.h"
 
 namespace krv::host {
@@ -27,9 +27,9 @@ MediaMaker::MediaMaker() {
 std::filesystem::path MediaMaker::Make(const std::string& name,
                                        const std::string& arguments) const {
   std::filesystem::path path = folder() / name;
-  const std::string command =
-      "ffmpeg -nostdin -y -v error " + arguments + " \"" + Utf8(path) + "\"";
-  EXPECT_EQ(std::system(command.c_str()), 0) << command;
+  const std::string line = "-nostdin -y -v error " + arguments + " \"" + Utf8(path) + "\"";
+  const test::ProgramOutcome outcome = test::RunProgram(KRV_FFMPEG, line);
+  EXPECT_EQ(outcome.code, 0) << line << "\n" << outcome.error_output;
   return path;
 }
 

@@ -1,9 +1,7 @@
 #include "host/render_program.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdlib>
 #include <cstring>
 
 #include "media/still_source.h"
@@ -11,30 +9,24 @@
 
 namespace krv::host {
 
-std::string RenderProgramTest::Command(const std::string& arguments) const {
-  std::string command = "\"" KRV_PROGRAM "\" render ";
+std::string RenderProgramTest::Line(const std::string& arguments) const {
+  std::string line = "render ";
   for (const char c : arguments) {
     if (c == '@') {
-      command += Utf8(media_.folder()) + "/";
+      line += Utf8(media_.folder() / "");
     } else {
-      command += c;
+      line += c;
     }
   }
-  return command;
+  return line;
 }
 
-ProgramOutcome RenderProgramTest::RunShell(const std::string& command) const {
-  const std::string errors = Utf8(Path("stderr"));
-  const int status = std::system(("( " + command + " ) 2>\"" + errors + "\"").c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(errors)};
-}
-
-ProgramOutcome RenderProgramTest::Render(const std::string& arguments) {
-  return RunShell(Command(arguments));
+test::ProgramOutcome RenderProgramTest::Render(const std::string& arguments) {
+  return test::RunProgram(KRV_PROGRAM, Line(arguments));
 }
 
 void RenderProgramTest::RenderWell(const std::string& arguments) {
-  const ProgramOutcome outcome = Render(arguments);
+  const test::ProgramOutcome outcome = Render(arguments);
   ASSERT_EQ(outcome.code, 0) << arguments << "\n" << outcome.error_output;
 }
 

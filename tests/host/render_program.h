@@ -9,28 +9,21 @@
 #include "host/host_test_files.h"
 #include "host/media_maker.h"
 #include "media/picture.h"
+#include "support/process.h"
 
 namespace krv::host {
-
-struct ProgramOutcome {
-  int code = -1;
-  std::string error_output;
-};
 
 // Media files and outputs lie in media_.folder(), packages in the folder of FilesTest.
 class RenderProgramTest : public FilesTest {
  protected:
   // Runs `krv render` with these arguments. "@NAME" stands for the path of NAME in media_.folder().
-  ProgramOutcome Render(const std::string& arguments);
+  test::ProgramOutcome Render(const std::string& arguments);
 
   // As above, and expects success.
   void RenderWell(const std::string& arguments);
 
-  // A shell command for Render's program call, for tests that do more around it.
-  std::string Command(const std::string& arguments) const;
-
-  // Runs a shell command.
-  ProgramOutcome RunShell(const std::string& command) const;
+  // The whole line of arguments of Render's program call.
+  std::string Line(const std::string& arguments) const;
 
   // The pictures of a sequence written to "@FOLDER/", by frame.
   std::map<int64_t, Picture> ReadPictures(const std::string& folder) const;

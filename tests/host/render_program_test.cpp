@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 
 #include "host/media_probe.h"
 #include "host/render_program.h"
@@ -33,6 +35,18 @@ class RenderProgram : public RenderProgramTest {
     media_.Make("sound.wav", RampSamples(44100, "stereo", 0.5));
   }
 
+  // Whether something is written into a file within a minute.
+  static bool WaitForFile(const std::filesystem::path& file) {
+    constexpr std::chrono::milliseconds kPause(50);
+    for (int i = 0; i < 1200; ++i) {
+      std::error_code not_there;
+      const auto size = std::filesystem::file_size(file, not_there);
+      if (!not_there && size > 0) return true;
+      std::this_thread::sleep_for(kPause);
+    }
+    return false;
+  }
+
   std::string figure_;
 };
 
@@ -58,7 +72,7 @@ TEST_F(RenderProgram, TheFigureIsLaidOverTheVideo) {
 }
 
 TEST_F(RenderProgram, SoundAloneGetsABackground) {
-  RenderWell("@sound.wav --background '#204060' --size 80x60 --fps 25 -o @out.mp4" + figure_);
+  RenderWell("@sound.wav --background #204060 --size 80x60 --fps 25 -o @out.mp4" + figure_);
   const StreamFacts video = ProbeStream(media_.folder() / "out.mp4", StreamKind::kVideo);
   EXPECT_EQ(video.frames, 13);  // half a second takes 12.5 frames
   EXPECT_EQ(video.width, 80);
@@ -168,10 +182,11 @@ TEST_F(RenderProgram, TheReportSaysHowLongEachStageTook) {
 
 TEST_F(RenderProgram, AnInterruptLeavesAPlayableFile) {
   media_.Make("long.flac", "-f lavfi -i anullsrc=d=3600 -compression_level 0 ");
-  const std::string part = (media_.folder() / ".out.part.mp4").string();
-  const ProgramOutcome outcome =
-      RunShell(Command("@long.flac --size 64x48 -o @out.mp4" + figure_) + " & while [ ! -s " +
-               part + " ]; do sleep 0.05; done; sleep 0.5; kill -INT $!; wait $!");
+  test::Process program(KRV_PROGRAM, Line("@long.flac --size 64x48 -o @out.mp4" + figure_));
+  EXPECT_TRUE(WaitForFile(media_.folder() / ".out.part.mp4"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  program.Interrupt();
+  const test::ProgramOutcome outcome = program.Wait();
   EXPECT_EQ(outcome.code, 130) << outcome.error_output;
   EXPECT_THAT(outcome.error_output, StartsWith("krv: interrupted after "));
   EXPECT_GT(ProbeStream(media_.folder() / "out.mp4", StreamKind::kVideo).frames, 0);
@@ -213,8 +228,8 @@ TEST_F(RenderProgram, WhatCannotBeRenderedIsOneLineAndCode2AndLeavesNoFile) {
       {"@clip.mp4 --fps fast" + out + figure_, "--fps fast: "},
       {"@clip.mp4 --size 10x10" + out + figure_, "--size 10x10: "},
       {"@clip.mp4 --size 64x48" + out + figure_, "--size is for sound alone"},
-      {"@clip.mp4 --background '#000000'" + out + figure_, "--background is for sound alone"},
-      {"@sound.wav --background '#00'" + out + figure_, "--background #00: "},
+      {"@clip.mp4 --background #000000" + out + figure_, "--background is for sound alone"},
+      {"@sound.wav --background #00" + out + figure_, "--background #00: "},
       {"@sound.wav --background @none.png" + out + figure_, "none.png: No such file"},
       {"@sound.wav --background @text.mp4" + out + figure_, "text.mp4: "},
       {"@clip.mp4 --device disk" + out + figure_, "--device disk: "},
@@ -223,11 +238,11 @@ TEST_F(RenderProgram, WhatCannotBeRenderedIsOneLineAndCode2AndLeavesNoFile) {
       {"@clip.mp4 --preset quick" + out + figure_, "--preset quick: "},
       {"@clip.mp4 --report @none/r.json" + out + figure_, "there is no folder"},
       {"@clip.mp4 --report @" + out + figure_, "is a folder"},
-      {"@clip.mp4 -o ''" + figure_, "the output has no name"},
+      {"@clip.mp4 -o \"\"" + figure_, "the output has no name"},
       {"@clip.mp4 --loud" + out + figure_, "--loud"},
   };
   for (const auto& [arguments, reason] : cases) {
-    const ProgramOutcome outcome = Render(arguments);
+    const test::ProgramOutcome outcome = Render(arguments);
     EXPECT_EQ(outcome.code, 2) << arguments;
     EXPECT_THAT(outcome.error_output, StartsWith("krv: ")) << arguments;
     EXPECT_THAT(outcome.error_output, HasSubstr(reason)) << arguments;

@@ -28,8 +28,11 @@ compared=0
 for effect in $(sed -n 's/.*"unique_name": "\([^"]*\)".*/\1/p' list.json); do
   for device in memory gpu; do
     options=(clip.mkv --effect "$effect" --device "$device" --frames "$frames")
-    "$linux/krv" render "${options[@]}" -o "linux/$effect/$device/" >/dev/null 2>&1
-    "$runner" "$windows/krv.exe" render "${options[@]}" -o "windows/$effect/$device/" >/dev/null
+    mkdir -p "linux/$effect" "windows/$effect"
+    "$linux/krv" render "${options[@]}" -o "linux/$effect/$device/" 2>linux.log ||
+      { cat linux.log; exit 1; }
+    "$runner" "$windows/krv.exe" render "${options[@]}" -o "windows/$effect/$device/" 2>windows.log ||
+      { cat windows.log; exit 1; }
     pixels "linux/$effect/$device" >linux.raw
     pixels "windows/$effect/$device" >windows.raw
     compared=$((compared + 1))

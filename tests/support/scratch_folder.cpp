@@ -1,8 +1,8 @@
 #include "support/scratch_folder.h"
 
-#include <fstream>
 #include <random>
-#include <stdexcept>
+
+#include "support/file_system.h"
 
 namespace krv::test {
 
@@ -15,17 +15,14 @@ ScratchFolder::ScratchFolder() {
   } while (!fs::create_directory(path_));
 }
 
-ScratchFolder::~ScratchFolder() {
-  std::error_code ignored;
-  fs::remove_all(path_, ignored);
-}
+ScratchFolder::~ScratchFolder() { RemoveFolder(path_); }
+
+std::string ScratchFolder::text() const { return Utf8Text(path_); }
 
 fs::path ScratchFolder::Write(const fs::path& file, std::string_view content) const {
   const fs::path full = path_ / file;
-  fs::create_directories(full.parent_path());
-  std::ofstream stream(full, std::ios::binary);
-  stream << content;
-  if (!stream.flush()) throw std::runtime_error("cannot write " + full.string());
+  CreateFolders(full.parent_path());
+  WriteFile(full, content);
   return full;
 }
 

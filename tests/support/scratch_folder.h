@@ -16,7 +16,7 @@ class ScratchFolder {
   ~ScratchFolder();
 
   const std::filesystem::path& path() const { return path_; }
-  std::string text() const { return path_.string(); }
+  std::string text() const;  // the path in UTF-8
 
   // Writes a file, and the folders it needs, at a path relative to this folder.
   std::filesystem::path Write(const std::filesystem::path& file, std::string_view content) const;

@@ -13,7 +13,7 @@ namespace {
 
 using ::testing::UnorderedElementsAre;
 
-TEST(BuiltLibraryFile, ExportsSixFunctionsAndNothingElse) {
+TEST(BuiltElfFile, ExportsSixFunctionsAndNothingElse) {
   std::vector<std::string> names;
   for (const ElfSymbol& symbol : DefinedSymbols(BuiltLibrary::Path(), ElfTable::kExported)) {
     names.push_back(symbol.name);
@@ -23,7 +23,7 @@ TEST(BuiltLibraryFile, ExportsSixFunctionsAndNothingElse) {
                                           "ReleaseKRVEffect"));
 }
 
-TEST(BuiltLibraryFile, EffectTablesHaveSeventeenSlots) {
+TEST(BuiltElfFile, EffectTablesHaveSeventeenSlots) {
   // Two words stand before the slots: the offset to the top, and the type.
   constexpr uint64_t kTableSize = (2 + 17) * sizeof(void*);
   std::map<std::string, uint64_t> sizes;
