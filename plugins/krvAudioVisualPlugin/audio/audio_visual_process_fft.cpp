@@ -107,7 +107,9 @@ float AudioVisualProcessFFT::MeasureBins() {
   for (int32_t k = 0; k < output_bins_; ++k) {
     const fftwf_complex& bin = fft_output_[ptrdiff_t{k} * bin_step_];
     const float magnitude = std::sqrt(bin[0] * bin[0] + bin[1] * bin[1]);
-    const float db = std::max(20.0f * std::log10(magnitude * per_size), kFloorDb);
+    // In double precision, where the C libraries of all platforms agree.
+    const auto decades = static_cast<float>(std::log10(double{magnitude * per_size}));
+    const float db = std::max(20.0f * decades, kFloorDb);
     if (db > kFloorDb) {
       sum += db;
       ++counted;
