@@ -13,6 +13,7 @@ void Complain(const std::string& message) {
   std::replace(line.begin(), line.end(), '\n', ' ');
   line += '\n';
   std::fputs(line.c_str(), stderr);
+  std::fflush(stderr);
 }
 
 int UsageError(const std::string& message) {

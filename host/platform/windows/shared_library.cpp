@@ -4,9 +4,18 @@
 
 #include "platform/file_system.h"
 #include "platform/windows/system_message.h"
+#include "utf8_path.h"
 
 namespace krv::host::platform {
 namespace {
+
+// Why the system could not load the file; its texts may have "%1" where the file's name belongs.
+std::string Reason(const std::filesystem::path& path, DWORD code) {
+  std::string reason = SystemMessage(code);
+  const size_t gap = reason.find("%1");
+  if (gap != std::string::npos) reason.replace(gap, 2, Utf8(path.filename()));
+  return reason;
+}
 
 // Keeps Windows from showing a dialog about a library that cannot be loaded.
 class DialogsOff {
@@ -27,7 +36,7 @@ void* LoadSharedLibrary(const std::filesystem::path& path, std::string* error) {
   // A name without a folder would be searched for; libraries that it needs may lie beside it.
   const std::filesystem::path full = OpenablePath(std::filesystem::absolute(path));
   HMODULE library = LoadLibraryExW(full.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-  if (library == nullptr) *error = SystemMessage(GetLastError());
+  if (library == nullptr) *error = Reason(path, GetLastError());
   return library;
 }
 

@@ -14,7 +14,7 @@ UINT terminal_encoding = 0;  // of the terminal before this program; 0 without a
 
 // A terminal keeps its encoding when the program ends.
 void RestoreTerminal() {
-  std::fflush(stdout);
+  std::fflush(nullptr);  // what is still to be shown is UTF-8
   SetConsoleOutputCP(terminal_encoding);
 }
 
@@ -30,6 +30,7 @@ void PrepareStandardStreams() {
   // Without a buffer, letters would reach the terminal byte by byte, which it does not put
   // together.
   std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
+  std::setvbuf(stderr, nullptr, _IOFBF, BUFSIZ);
 }
 
 }  // namespace krv::host::platform
