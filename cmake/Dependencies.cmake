@@ -20,6 +20,8 @@ if(CMAKE_CROSSCOMPILING)
 else()
   find_package(nlohmann_json 3.6.1 REQUIRED)
 endif()
+add_library(krv_dep_cli INTERFACE)
+target_include_directories(krv_dep_cli SYSTEM INTERFACE ${KRV_HEADERS_DIR})
 
 pkg_check_modules(FFTWF REQUIRED IMPORTED_TARGET fftw3f)
 pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
