@@ -1,42 +1,11 @@
 #include "shaders/flat_canvas.h"
 
-#include <algorithm>
+#include "shaders/common_canvas.h"
 
 namespace krv::test {
 namespace {
 
-constexpr int kAudioUnit = 0;
-constexpr int kGradientUnit = 1;
-
-void SetCommon(const ShaderProgram& program, const FlatFigure& f) {
-  program.Set("audio_tex", kAudioUnit);
-  program.Set("gradient_color_tex", kGradientUnit);
 #define KRV_SET(name) program.Set(#name, f.name)
-  KRV_SET(time_second);
-  KRV_SET(intensity);
-  KRV_SET(alpha);
-  KRV_SET(single_color);
-  KRV_SET(color);
-  KRV_SET(color_r);
-  KRV_SET(color_g);
-  KRV_SET(color_b);
-  KRV_SET(use_gradient_color);
-  KRV_SET(gradient_color_count);
-  KRV_SET(gradient_color_direction);
-  KRV_SET(position_x);
-  KRV_SET(position_y);
-  KRV_SET(glow);
-  KRV_SET(glow_intensity);
-  KRV_SET(audio_left_db);
-  KRV_SET(audio_right_db);
-  KRV_SET(audio_db_min);
-  KRV_SET(audio_db_max);
-  KRV_SET(audio_frequency_min);
-  KRV_SET(audio_frequency_max);
-  KRV_SET(audio_mirror);
-  KRV_SET(audio_averaging);
-}
-
 void SetRectangle(const ShaderProgram& program, const FlatFigure& f) {
   KRV_SET(scale_x);
   KRV_SET(scale_y);
@@ -48,6 +17,7 @@ void SetRectangle(const ShaderProgram& program, const FlatFigure& f) {
   KRV_SET(geometry_type);
   KRV_SET(direction);
   KRV_SET(offset_x);
+  KRV_SET(gradient_color_direction);
 }
 
 void SetShapes(const ShaderProgram& program, const FlatFigure& f) {
@@ -73,23 +43,13 @@ void SetShapes(const ShaderProgram& program, const FlatFigure& f) {
 }
 #undef KRV_SET
 
-std::vector<std::array<float, 4>> Texels(const std::vector<float>& spectrum) {
-  std::vector<std::array<float, 4>> texels;
-  for (const float level : spectrum) texels.push_back({level, 0, 0, 1});
-  return texels;
-}
-
 }  // namespace
 
 Picture DrawFigure(const ShaderProgram& program, const FlatFigure& figure, int width, int height,
                    GLenum format) {
-  SetCommon(program, figure);
   SetRectangle(program, figure);
   SetShapes(program, figure);
-  program.Set("iResolution", static_cast<float>(width), static_cast<float>(height));
-  const RowTexture audio(kAudioUnit, Texels(figure.spectrum));
-  const RowTexture gradient(kGradientUnit, figure.gradient);
-  return Draw(program, width, height, format);
+  return DrawCommon(program, figure, width, height, format);
 }
 
 }  // namespace krv::test

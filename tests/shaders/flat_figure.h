@@ -1,29 +1,12 @@
-// The inputs of the flat geometry shader, as one value: its uniforms under their own names, and the
-// contents of its textures.
+// The inputs of the flat geometry shader.
 #pragma once
 
-#include <array>
-#include <vector>
+#include "shaders/common_figure.h"
 
 namespace krv::test {
 
-struct FlatFigure {
-  // Red of the spectrum texture's texels, lowest frequency first.
-  std::vector<float> spectrum = {0.9f};
-  // Colour and position of each gradient stop, all 0..1.
-  std::vector<std::array<float, 4>> gradient = {{1, 0, 0, 0}, {0, 0, 1, 1}};
-
-  float time_second = 0, intensity = 1, alpha = 100;
-  int single_color = 1, color = 0xff8000;
-  float color_r = 1, color_g = 0.5f, color_b = 0;
-  bool use_gradient_color = false;
-  int gradient_color_count = 2, gradient_color_direction = 0;
-  float position_x = 50, position_y = 50;
-  int glow = 0;
-  float glow_intensity = 0.5f;
-  float audio_left_db = 100, audio_right_db = 100, audio_db_min = 60, audio_db_max = 90;
-  float audio_frequency_min = 0, audio_frequency_max = 1;
-  bool audio_mirror = false, audio_averaging = false;
+struct FlatFigure : CommonFigure {
+  int gradient_color_direction = 0;
   float scale_x = 1, scale_y = 1;
   int rotate_x = 0, rotate_y = 0, rotate_z = 0;
   bool flip_x = false, flip_y = false;

@@ -14,12 +14,6 @@ namespace {
 constexpr double kByteTolerance = 1.5 / 255;
 constexpr double kFloatTolerance = 2e-3;
 
-// Loud lows falling towards quiet highs, with a peak: no two neighbours alike.
-std::vector<float> MusicalSpectrum() {
-  return {0.93f, 0.81f, 0.88f, 0.62f, 0.71f, 0.55f, 0.67f, 0.83f,
-          0.49f, 0.57f, 0.38f, 0.46f, 0.31f, 0.22f, 0.13f, 0.021f};
-}
-
 FlatFigure Figure(int geometry_type) {
   FlatFigure figure;
   figure.spectrum = MusicalSpectrum();
@@ -195,15 +189,6 @@ INSTANTIATE_TEST_SUITE_P(DeadZone, FlatFigures,
                                                   f.spectrum = {0.525f, 0.475f, 0.56f, 0.44f};
                                                 }})),
                          CaseName);
-
-// Three stops, the outer ones away from the ends.
-void UseGradient(FlatFigure& figure) {
-  figure.single_color = 0;
-  figure.use_gradient_color = true;
-  figure.gradient = {{1, 0, 0.2f, 0.15f}, {0.1f, 0.9f, 0, 0.5f}, {0, 0.3f, 1, 0.8f}};
-  figure.gradient_color_count = 3;
-  figure.glow = 1;
-}
 
 const std::vector<Case>& GradientCases() {
   static const std::vector<Case> cases = {

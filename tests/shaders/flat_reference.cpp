@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "shaders/expect_matches.h"
+
 namespace krv::test {
 namespace {
 
@@ -11,44 +13,6 @@ constexpr double kEpsilon = 0.002;
 constexpr double kEnd = 200;
 constexpr double kView = 20;
 constexpr Vec3 kEye = {0, 0, 20};
-
-double Radians(double degrees) { return degrees * std::numbers::pi / 180; }
-
-Vec3 operator+(Vec3 a, Vec3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Vec3 operator-(Vec3 a, Vec3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Vec3 operator*(Vec3 a, double s) { return {a.x * s, a.y * s, a.z * s}; }
-double Dot(Vec3 a, Vec3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-Vec3 Cross(Vec3 a, Vec3 b) {
-  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-Vec3 Normalize(Vec3 a) { return a * (1 / std::sqrt(Dot(a, a))); }
-
-Vec3 TurnX(Vec3 p, double angle) {
-  const double c = std::cos(angle), s = std::sin(angle);
-  return {p.x, p.y * c - p.z * s, p.y * s + p.z * c};
-}
-Vec3 TurnY(Vec3 p, double angle) {
-  const double c = std::cos(angle), s = std::sin(angle);
-  return {p.x * c + p.z * s, p.y, -p.x * s + p.z * c};
-}
-Vec3 TurnZ(Vec3 p, double angle) {
-  const double c = std::cos(angle), s = std::sin(angle);
-  return {p.x * c - p.y * s, p.x * s + p.y * c, p.z};
-}
-
-double Mod(double x, double y) { return x - y * std::floor(x / y); }
-
-double Smoothstep(double from, double to, double x) {
-  if (from == to) return x > from ? 1 : 0;
-  const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
-  return t * t * (3 - 2 * t);
-}
-
-double CubicPulse(double centre, double half_width, double height, double x) {
-  const double d = std::abs(x - centre);
-  if (d >= half_width) return 0;
-  return (1 - Smoothstep(0, half_width, d)) * height;
-}
 
 // From (x, y) to an axis-aligned box about the origin with rounded corners; negative inside.
 double BoxDistance(double x, double y, double half_width, double half_height, double corner) {
@@ -106,9 +70,7 @@ void FlatReference::PlaceRectangle() {
 Pixel FlatReference::At(double x, double y) const {
   if (figure_.scale_x == 0 || figure_.scale_y == 0) return {0, 0, 0, 1};
   const Hit hit = Cast(RayThrough(x / width_ * aspect_ * kView, y / height_ * kView));
-  const std::array<double, 3> color = Color(hit.local);
-  const double alpha = figure_.alpha / 100.0 * Coverage(hit.distance);
-  return {color[0], color[1], color[2], std::clamp(alpha, 0.0, 0.99)};
+  return FigurePixel(figure_, Color(hit.local), Coverage(hit.distance));
 }
 
 FlatReference::Hit FlatReference::Cast(Vec3 ray) const {
@@ -124,34 +86,20 @@ FlatReference::Hit FlatReference::Cast(Vec3 ray) const {
   return {local, std::max(kEpsilon, in_front ? Distance(local) : kEnd)};
 }
 
-// Linear between texel centres, mirrored beyond the ends.
-double FlatReference::Spectrum(double u) const {
-  const auto size = static_cast<double>(figure_.spectrum.size());
-  const auto texel = [&](double index) {
-    const double wrapped = Mod(index, 2 * size);
-    const double mirrored = wrapped < size ? wrapped : 2 * size - 1 - wrapped;
-    return static_cast<double>(figure_.spectrum[static_cast<size_t>(mirrored)]);
-  };
-  const double place = u * size - 0.5;
-  const double left = std::floor(place);
-  return std::lerp(texel(left), texel(left + 1), place - left) + level_shift_;
-}
-
 double FlatReference::Intensity(double u) const {
-  if (figure_.audio_mirror) u = 1 - std::abs(u - 0.5) * 2;
-  u = std::lerp(figure_.audio_frequency_min, figure_.audio_frequency_max, u);
+  u = SpectrumPlace(figure_, u);
   double val = 0;
   if (figure_.audio_averaging) {
     const double step = 0.2;
     const double left = u - Mod(u, step);
     for (const double sample : {left, left + step}) {
-      val += CubicPulse(sample, step * 0.9, Spectrum(sample), u);
+      val += CubicPulse(sample, step * 0.9, Spectrum(figure_, sample, level_shift_), u);
     }
   } else {
-    val = Spectrum(u);
+    val = Spectrum(figure_, u, level_shift_);
   }
   if (val < 0.05) val = 0;
-  val *= Smoothstep(figure_.audio_db_min, figure_.audio_db_max, figure_.audio_left_db);
+  val *= Loudness(figure_);
   val *= Smoothstep(0, 1, figure_.intensity);
   val *= 1 + Smoothstep(1, 3, figure_.intensity) * 0.5;
   return Smoothstep(0, 1, val);
@@ -324,52 +272,23 @@ double FlatReference::PulsesDistance(Point p) const {
 
 double FlatReference::Coverage(double distance) const {
   const double nearness = kEpsilon / distance;
-  if (figure_.glow != 0) {
-    return std::pow(nearness, 0.3 + Smoothstep(1, 0.1, figure_.glow_intensity) * 0.4);
-  }
-  if (figure_.geometry_type == 2 || figure_.geometry_type == 3) {
-    const double soft = Smoothstep(0, 1, nearness);
-    return std::min(1.0, std::pow(soft, 0.8) * 20) + std::min(1.0, std::pow(soft, 1.5) * 10);
-  }
+  if (figure_.glow != 0) return GlowCoverage(figure_, nearness, 0.3);
+  if (figure_.geometry_type == 2 || figure_.geometry_type == 3) return LineCoverage(nearness);
   return std::min(1.0, std::pow(3.5 * nearness, 1.5));
 }
 
 std::array<double, 3> FlatReference::Color(Point p) const {
-  if (figure_.single_color == 1) return {figure_.color_r, figure_.color_g, figure_.color_b};
+  if (figure_.single_color == 1) return SingleColor(figure_);
   if (figure_.use_gradient_color) {
     const double ratio =
         figure_.gradient_color_direction == 0 ? p.y / quad_height_ : p.x / quad_width_;
-    return GradientColor(std::clamp(ratio, 0.0, 1.0));
+    return GradientColor(figure_, std::clamp(ratio, 0.0, 1.0));
   }
-  // The hue circle at full saturation and value: each channel is a trapezium of the hue.
-  std::array<double, 3> color;
-  const std::array<double, 3> phase = {1, 2.0 / 3, 1.0 / 3};
-  for (size_t i = 0; i < color.size(); ++i) {
-    const double hue = Mod(p.x / quad_width_ + phase[i], 1);
-    color[i] = std::clamp(std::abs(hue * 6 - 3) - 1, 0.0, 1.0);
-  }
-  return color;
+  return HueColor(p.x / quad_width_);
 }
 
-std::array<double, 3> FlatReference::GradientColor(double position) const {
-  const auto& stops = figure_.gradient;
-  const int intervals = figure_.gradient_color_count - 1;
-  for (int i = 0; i < intervals; ++i) {
-    const auto& a = stops[static_cast<size_t>(i)];
-    const auto& b = stops[static_cast<size_t>(i) + 1];
-    double share = -1;
-    if (a[3] <= position && position <= b[3]) {
-      share = b[3] > a[3] ? (position - a[3]) / (b[3] - a[3]) : 0;
-    } else if (i == 0 && position < a[3]) {
-      share = 0;
-    } else if (i == intervals - 1 && position > b[3]) {
-      share = 1;
-    }
-    if (share < 0) continue;
-    return {std::lerp(a[0], b[0], share), std::lerp(a[1], b[1], share),
-            std::lerp(a[2], b[2], share)};
-  }
-  return {0, 0, 0};
+void ExpectMatches(const Picture& drawn, const FlatFigure& figure, double tolerance) {
+  ExpectMatchesReference<FlatReference>(drawn, figure, {tolerance});
 }
 
 }  // namespace krv::test

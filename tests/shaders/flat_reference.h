@@ -3,16 +3,11 @@
 // pulse.
 #pragma once
 
-#include <array>
-
 #include "shaders/flat_figure.h"
+#include "shaders/reference_math.h"
 #include "shaders/shader_canvas.h"
 
 namespace krv::test {
-
-struct Vec3 {
-  double x = 0, y = 0, z = 0;
-};
 
 class FlatReference {
  public:
@@ -35,7 +30,6 @@ class FlatReference {
   Vec3 RayThrough(double x, double y) const;
   Hit Cast(Vec3 ray) const;
 
-  double Spectrum(double u) const;
   double Intensity(double u) const;
   double Value(double u) const;
   double ItemLevel(int item, int count) const;
@@ -54,7 +48,6 @@ class FlatReference {
 
   double Coverage(double distance) const;
   std::array<double, 3> Color(Point p) const;
-  std::array<double, 3> GradientColor(double position) const;
 
   const FlatFigure figure_;
   const double level_shift_;
@@ -66,10 +59,7 @@ class FlatReference {
   double quad_height_ = 0;
 };
 
-// Compares a drawn picture with the reference and fails the current test, naming the worst pixel,
-// when a channel is off by more than the tolerance or is not a number. A pixel may also match what
-// the reference gives anywhere within a ten-thousandth of a pixel, or with a spectrum that differs
-// by a hundred-thousandth: that is where rounding may put a hard edge.
+// ExpectMatches with this figure's reference.
 void ExpectMatches(const Picture& drawn, const FlatFigure& figure, double tolerance);
 
 }  // namespace krv::test

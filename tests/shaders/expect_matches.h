@@ -1,0 +1,42 @@
+// Compares drawn pictures with references.
+#pragma once
+
+#include <functional>
+
+#include "shaders/shader_canvas.h"
+
+namespace krv::test {
+
+// Colour and alpha at a place in pixels; the first pixel's centre is (0.5, 0.5).
+using PictureFunction = std::function<Pixel(double x, double y)>;
+
+// What a picture should be, and what it would be for a spectrum lower or higher by kLevelShift.
+struct Expectation {
+  PictureFunction exact, quieter, louder;
+};
+
+inline constexpr double kLevelShift = 1e-5;
+
+// How far a channel may be off, and by how many pixels rounding may move an edge.
+struct Tolerance {
+  double difference;
+  double place = 1e-4;
+};
+
+// Fails the current test, naming the worst pixel, when a channel is off by more than the tolerance
+// or is not a number. One pixel in a thousand may instead match what the reference gives as near as
+// the tolerance says, or with the shifted spectra: that is where rounding may put a hard edge.
+void ExpectMatches(const Picture& drawn, const Expectation& expected, const Tolerance& tolerance);
+
+// The same with Reference(figure, width, height, level_shift), which has an At(x, y).
+template <class Reference, class Figure>
+void ExpectMatchesReference(const Picture& drawn, const Figure& figure,
+                            const Tolerance& tolerance) {
+  const auto at = [&](double level_shift) -> PictureFunction {
+    return [reference = Reference(figure, drawn.width, drawn.height, level_shift)](
+               double x, double y) { return reference.At(x, y); };
+  };
+  ExpectMatches(drawn, {at(0), at(-kLevelShift), at(kLevelShift)}, tolerance);
+}
+
+}  // namespace krv::test
