@@ -13,10 +13,14 @@ using ::testing::StartsWith;
 
 constexpr std::string_view kFlat = "audio_visualization_geometry.frag";
 
-TEST(BuiltinShaders, FlatGeometryShaderBeginsWithItsVersionLine) {
-  const auto source = FindBuiltinShader(kFlat);
-  ASSERT_TRUE(source.has_value());
-  EXPECT_THAT(*source, StartsWith("#version 120\n"));
+TEST(BuiltinShaders, EveryFigureShaderBeginsWithItsVersionLine) {
+  for (const char* name :
+       {"audio_visualization_geometry.frag", "audio_visualization_halo_geometry.frag",
+        "audio_visualization_halo_spectrum.frag"}) {
+    const auto source = FindBuiltinShader(name);
+    ASSERT_TRUE(source.has_value()) << name;
+    EXPECT_THAT(*source, StartsWith("#version 120\n")) << name;
+  }
 }
 
 TEST(BuiltinShaders, LookupAnswersTheSameTextEveryTime) {
@@ -32,6 +36,8 @@ TEST(BuiltinShaders, OnlyTheExactFileNameFindsAShader) {
   EXPECT_FALSE(FindBuiltinShader("Audio_visualization_geometry.frag").has_value());
   EXPECT_FALSE(FindBuiltinShader("shaders/audio_visualization_geometry.frag").has_value());
   EXPECT_FALSE(FindBuiltinShader("audio_visualization_geometry").has_value());
+  EXPECT_FALSE(FindBuiltinShader("audio_visualization_halo_geometry.frag ").has_value());
+  EXPECT_FALSE(FindBuiltinShader("audio_visualization_halo_spectrum.vert").has_value());
 }
 
 TEST(BuiltinShaders, BlendShaderIsNoCatalogueEntry) {
@@ -39,25 +45,24 @@ TEST(BuiltinShaders, BlendShaderIsNoCatalogueEntry) {
   EXPECT_FALSE(FindBuiltinShader("blend.frag").has_value());
 }
 
-class Driver : public ::testing::TestWithParam<Dialect> {
- protected:
-  // It knows the extension in desktop GLSL alone.
-  static void ExpectSilentCompile(std::string_view source) {
-    const auto context = test::MakeSoftwareContext();
-    ASSERT_NE(context, nullptr);
-    const test::ShaderProgram program(Translated(source, GetParam()));
-    EXPECT_TRUE(program.ok());
-    ExpectOnlyExtensionNotices(program.log(), GetParam().driver_knows_extension ? 0 : 1);
-  }
-};
+class Driver : public ::testing::TestWithParam<ShaderInDialect> {};
 
-TEST_P(Driver, CompilesTheFlatGeometryShaderWithoutAMessage) {
-  ExpectSilentCompile(*FindBuiltinShader(kFlat));
+TEST_P(Driver, CompilesEveryShaderWithoutAMessage) {
+  const auto& [shader, dialect] = GetParam();
+  const auto context = test::MakeSoftwareContext();
+  ASSERT_NE(context, nullptr);
+  const test::ShaderProgram program(Translated(shader.Source(), dialect));
+  EXPECT_TRUE(program.ok());
+  // It knows the extension in desktop GLSL alone.
+  const bool asks = dialect.language == Language::kEs100 ||
+                    (dialect.language == Language::kEs300 && shader.always_asks_for_extension);
+  ExpectOnlyExtensionNotices(program.log(), asks ? 1 : 0);
 }
 
-TEST_P(Driver, CompilesTheBlendShaderWithoutAMessage) { ExpectSilentCompile(DefaultBlendShader()); }
-
-INSTANTIATE_TEST_SUITE_P(EveryDialect, Driver, ::testing::ValuesIn(kDialects), NameOfDialect);
+INSTANTIATE_TEST_SUITE_P(EveryDialect, Driver,
+                         ::testing::Combine(::testing::ValuesIn(kCarriedShaders),
+                                            ::testing::ValuesIn(kDialects)),
+                         NameOfDialect);
 
 }  // namespace
 }  // namespace krv

@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "shaders/builtin_shaders.h"
 #include "shaders/dialects.h"
 #include "support/process.h"
 #include "support/scratch_folder.h"
@@ -11,29 +10,27 @@
 namespace krv {
 namespace {
 
-class ReferenceCompiler : public ::testing::TestWithParam<Dialect> {
- protected:
-  // It never knows the extension.
-  static void ExpectSilentCompile(std::string_view source) {
-    const test::ScratchFolder folder;
-    const auto file = folder.Write("shader.frag", Translated(source, GetParam()));
-    const test::ProgramOutcome outcome =
-        test::RunProgram(KRV_GLSL_VALIDATOR, "-S frag \"" + file.string() + "\"");
-    EXPECT_EQ(outcome.code, 0) << outcome.output;
-    // The first line is the file's name.
-    ExpectOnlyExtensionNotices(outcome.output.substr(outcome.output.find('\n') + 1), 1);
-  }
-};
+class ReferenceCompiler : public ::testing::TestWithParam<ShaderInDialect> {};
 
-TEST_P(ReferenceCompiler, CompilesTheFlatGeometryShaderWithoutAMessage) {
-  ExpectSilentCompile(*FindBuiltinShader("audio_visualization_geometry.frag"));
+TEST_P(ReferenceCompiler, CompilesEveryShaderWithoutAMessage) {
+  const auto& [shader, dialect] = GetParam();
+  // The uniform `round` hides a function of GLSL ES 3.00. Drivers allow that; this compiler does
+  // not, and checks the rest with the uniform renamed.
+  const bool hides = dialect.language == Language::kEs300;
+  const std::string source =
+      Translated(shader.Source(), dialect, {hides ? "round rounding" : "UNUSED"});
+  const test::ScratchFolder folder;
+  const auto file = folder.Write("shader.frag", source);
+  const test::ProgramOutcome outcome =
+      test::RunProgram(KRV_GLSL_VALIDATOR, "-S frag \"" + file.string() + "\"");
+  EXPECT_EQ(outcome.code, 0) << outcome.output;
+  // The first line is the file's name. The compiler never knows the extension.
+  ExpectOnlyExtensionNotices(outcome.output.substr(outcome.output.find('\n') + 1), 1);
 }
 
-TEST_P(ReferenceCompiler, CompilesTheBlendShaderWithoutAMessage) {
-  ExpectSilentCompile(DefaultBlendShader());
-}
-
-INSTANTIATE_TEST_SUITE_P(EveryDialect, ReferenceCompiler, ::testing::ValuesIn(kDialects),
+INSTANTIATE_TEST_SUITE_P(EveryDialect, ReferenceCompiler,
+                         ::testing::Combine(::testing::ValuesIn(kCarriedShaders),
+                                            ::testing::ValuesIn(kDialects)),
                          NameOfDialect);
 
 }  // namespace

@@ -10,8 +10,12 @@ namespace krv {
 namespace {
 
 using shaders::k_audio_visualization_geometry_frag_glsl;
+using shaders::k_audio_visualization_halo_geometry_frag_glsl;
+using shaders::k_audio_visualization_halo_spectrum_frag_glsl;
 using shaders::k_blend_frag_glsl;
 using shaders::k_common_glsl;
+using shaders::k_es_extension_glsl;
+using shaders::k_halo_glsl;
 using shaders::k_output_glsl;
 using shaders::k_version_glsl;
 
@@ -21,12 +25,21 @@ std::string Join(std::initializer_list<std::string_view> pieces) {
   return text;
 }
 
+std::string Halo(std::string_view figures) {
+  return Join(
+      {k_version_glsl, k_es_extension_glsl, k_output_glsl, k_common_glsl, k_halo_glsl, figures});
+}
+
 using Catalogue = std::map<std::string, std::string, std::less<>>;
 
 const Catalogue& BuiltinShaders() {
   static const Catalogue catalogue = {
       {"audio_visualization_geometry.frag", Join({k_version_glsl, k_output_glsl, k_common_glsl,
                                                   k_audio_visualization_geometry_frag_glsl})},
+      {"audio_visualization_halo_geometry.frag",
+       Halo(k_audio_visualization_halo_geometry_frag_glsl)},
+      {"audio_visualization_halo_spectrum.frag",
+       Halo(k_audio_visualization_halo_spectrum_frag_glsl)},
   };
   return catalogue;
 }

@@ -1,0 +1,105 @@
+
+// What the two halo shaders share: a ring about the origin in the plane y = 0, seen by a camera that
+// circles it at a fixed distance. One ray per pixel. Places on the plane are written (x, -z), so
+// that angles count as seen from above.
+
+uniform float radius;              // of the ring; 0: nothing but black
+uniform int inclination_degree_x;  // tilt of the camera: 0 looks straight onto the ring, 90 along it
+uniform int inclination_degree_z;  // roll of the camera, degrees
+uniform int rotate_direction;      // 1: turns backwards
+uniform float rotate_speed;        // radians per second
+uniform int manual_rotate;         // 1: stands still at manual_rotate_degree
+uniform float manual_rotate_degree;
+
+const float CAMERA_DISTANCE = 19.0;
+const float FOCAL_LENGTH = 1.8660254037844386;  // in picture heights, for 30 degrees: 0.5 / tan(15)
+const float LEVEL_REACH = 3.0;                  // how far the full level moves a figure, scene units
+const float FARTHEST = 1e9;                     // along rays that all but miss the plane
+
+// Set by main, once per pixel.
+vec3 eye = vec3(0.0);
+vec3 ray = vec3(0.0);  // of length 1
+float audio_gain = 0.0;
+
+// The turn of the figure, before each shader wraps it in its own way.
+float turnSinceStart() {
+  if (manual_rotate == 1) return radians(manual_rotate_degree);
+  float turn = time_second * rotate_speed;
+  return rotate_direction == 1 ? -turn : turn;
+}
+
+// The level, 0..1, at u round the ring: seven samples of the spectrum, eased into each other. The
+// last one is eased into the first.
+float getAudioIntensity(float u) {
+  u = audioCoordinate(u);
+  const float width = 0.8 / 7.0;
+  float left = floor(u * 7.0) / 7.0;
+  float right = left + 1.0 / 7.0;
+  float a = spectrum(left);
+  float b = spectrum(right < 0.9 ? right : 0.0);
+  float val = cubicPulse(left, width, a * a * a, u) + cubicPulse(right, width, b * b * b, u);
+  return val < 0.05 ? 0.0 : smoothstep(0.0, 1.0, val * audio_gain);
+}
+
+// Where the camera stands: behind the ring's plane or before it, so that half turns are never
+// looked at along an axis.
+vec3 cameraPlace() {
+  float tilt = float(inclination_degree_x);
+  if (floor(tilt / 180.0 + 0.5) * 180.0 == tilt) tilt += 0.01;
+  float angle = radians(90.0 + tilt);
+  return CAMERA_DISTANCE * vec3(0.0, -sin(angle), cos(angle));
+}
+
+// The camera's axes (right, up, forward) when it looks at the origin. Where that is nearly along the
+// y axis, up and the roll go by the z axis.
+mat3 getCameraVector(vec3 camera) {
+  vec3 forward = normalize(-camera);
+  float roll = radians(float(inclination_degree_z));
+  float s = sin(roll);
+  float c = cos(roll);
+  vec3 up = vec3(-s, camera.z > 0.0 ? -c : c, 0.0);
+  if (abs(forward.y) > 0.99) up = vec3(-s, 0.0, forward.y > 0.0 ? -c : c);
+  vec3 right = normalize(cross(forward, up));
+  return mat3(right, cross(right, forward), forward);
+}
+
+// The ray of a pixel; the ring's centre is seen at position_x, position_y.
+vec3 rayDirection(vec3 camera, vec2 pixel) {
+  vec2 centre = (vec2(position_x, position_y) / 50.0 - 0.5) * iResolution;
+  return normalize(getCameraVector(camera) * vec3(pixel - centre, FOCAL_LENGTH * iResolution.y));
+}
+
+// How far along the ray the plane is: negative behind the camera, 0 when the ray is parallel to it.
+float planeDepth() {
+  return ray.y != 0.0 ? clamp(-eye.y / ray.y, -FARTHEST, FARTHEST) : 0.0;
+}
+
+bool meetsPlane(float depth) { return ray.y != 0.0 && depth >= 0.0; }
+
+// The place on the plane of the ray's point at this distance from the camera.
+vec2 placeAt(float depth) { return (eye.xz + ray.xz * depth) * vec2(1.0, -1.0); }
+
+float angleOf(vec2 place) {
+  return place.x == 0.0 && place.y == 0.0 ? 0.0 : atan(place.y, place.x);
+}
+
+// From radians to degrees, 0 to 360.
+float turnDegrees(float angle) { return mod(degrees(angle), 360.0); }
+
+// Item i of n round the ring, 0 to n - 1; i may lie before the first or behind the last.
+float wrapped(float i, float n) { return i - n * floor((i + 0.5) / n); }
+
+vec2 unitVector(float angle) { return vec2(cos(angle), sin(angle)); }
+
+// p turned by the angle of a unit vector.
+vec2 turnedBy(vec2 unit, vec2 p) {
+  return vec2(p.x * unit.x - p.y * unit.y, p.x * unit.y + p.y * unit.x);
+}
+
+// What main needs of the uniforms, and the pixel's ray.
+void setUp() {
+  transparent = alpha / 100.0;
+  audio_gain = loudness() * intensity;
+  eye = cameraPlace();
+  ray = rayDirection(eye, gl_FragCoord.xy);
+}
