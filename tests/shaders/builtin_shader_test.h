@@ -39,9 +39,12 @@ class BuiltinShaderTest : public Base {
   static inline std::unique_ptr<ShaderProgram> program_;
 };
 
+inline constexpr std::string_view kFlatShader = "audio_visualization_geometry.frag";
 inline constexpr std::string_view kHaloGeometryShader = "audio_visualization_halo_geometry.frag";
 inline constexpr std::string_view kHaloSpectrumShader = "audio_visualization_halo_spectrum.frag";
 
+template <class Base>
+using FlatShaderTest = BuiltinShaderTest<kFlatShader, Base>;
 template <class Base>
 using HaloGeometryShaderTest = BuiltinShaderTest<kHaloGeometryShader, Base>;
 template <class Base>

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "shaders/builtin_shaders.h"
+#include "shaders/builtin_shader_test.h"
 #include "shaders/flat_canvas.h"
 #include "shaders/flat_reference.h"
 
@@ -15,25 +15,14 @@ constexpr int kWidth = 120;
 constexpr int kHeight = 68;
 constexpr double kTolerance = 2e-3;
 
-class FlatEdgeCases : public ::testing::Test {
+class FlatEdgeCases : public FlatShaderTest<::testing::Test> {
  protected:
-  void SetUp() override {
-    context_ = MakeSoftwareContext();
-    ASSERT_NE(context_, nullptr);
-    program_ = std::make_unique<ShaderProgram>(Source());
-    ASSERT_TRUE(program_->ok()) << program_->log();
-  }
-
-  static std::string Source() {
-    return std::string(*FindBuiltinShader("audio_visualization_geometry.frag"));
-  }
-
   Picture DrawBytes(const FlatFigure& figure) {
-    return DrawFigure(*program_, figure, kWidth, kHeight, GL_RGBA8);
+    return DrawFigure(program(), figure, kWidth, kHeight, GL_RGBA8);
   }
 
   Picture DrawFloats(const FlatFigure& figure) {
-    return DrawFigure(*program_, figure, kWidth, kHeight, GL_RGBA32F);
+    return DrawFigure(program(), figure, kWidth, kHeight, GL_RGBA32F);
   }
 
   // No figure anywhere: only the coverage that the largest distance leaves.
@@ -42,9 +31,6 @@ class FlatEdgeCases : public ::testing::Test {
     for (const Pixel& pixel : picture.pixels) ASSERT_LT(pixel[3], 1e-6);
     ExpectMatches(picture, figure, kTolerance);
   }
-
-  std::unique_ptr<host::GlContext> context_;
-  std::unique_ptr<ShaderProgram> program_;
 };
 
 // One bar over the whole rectangle.
@@ -215,7 +201,7 @@ TEST_F(FlatEdgeCases, RectangleSeenOnEdgeStaysNumbers) {
     figure.direction = 1;
     figure.rotate_y = 90;
     // An odd width puts a column of pixels exactly on the edge.
-    const Picture picture = DrawFigure(*program_, figure, 121, kHeight, GL_RGBA32F);
+    const Picture picture = DrawFigure(program(), figure, 121, kHeight, GL_RGBA32F);
     for (const Pixel& pixel : picture.pixels) {
       for (const double channel : pixel) ASSERT_TRUE(std::isfinite(channel)) << kind;
     }
@@ -227,7 +213,7 @@ TEST_F(FlatEdgeCases, FrameTooNarrowForATenthOfAspectStaysNumbers) {
     FlatFigure figure;
     figure.geometry_type = kind;
     figure.single_color = 0;
-    for (const Pixel& pixel : DrawFigure(*program_, figure, 6, 70, GL_RGBA32F).pixels) {
+    for (const Pixel& pixel : DrawFigure(program(), figure, 6, 70, GL_RGBA32F).pixels) {
       for (const double channel : pixel) ASSERT_TRUE(std::isfinite(channel)) << kind;
     }
   }
@@ -255,7 +241,7 @@ TEST_F(FlatEdgeCases, PulsesOfAnyWidthComeToAnEnd) {
     FlatFigure figure;
     figure.geometry_type = 3;
     figure.pulse_width = width;
-    for (const Pixel& pixel : DrawFigure(*program_, figure, 16, 9, GL_RGBA32F).pixels) {
+    for (const Pixel& pixel : DrawFigure(program(), figure, 16, 9, GL_RGBA32F).pixels) {
       for (const double channel : pixel) ASSERT_TRUE(std::isfinite(channel)) << width;
     }
   }

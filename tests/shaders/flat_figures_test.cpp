@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "shaders/builtin_shaders.h"
+#include "shaders/builtin_shader_test.h"
 #include "shaders/flat_canvas.h"
 #include "shaders/flat_reference.h"
 
@@ -39,19 +39,16 @@ std::string CaseName(const ::testing::TestParamInfo<FigureCase>& info) {
 
 void PrintTo(const Case& test_case, std::ostream* out) { *out << test_case.name; }
 
-class FlatFigures : public ::testing::TestWithParam<FigureCase> {};
+class FlatFigures : public FlatShaderTest<::testing::TestWithParam<FigureCase>> {};
 
 TEST_P(FlatFigures, FollowTheirFormulas) {
-  const auto context = MakeSoftwareContext();
-  ASSERT_NE(context, nullptr);
-  const ShaderProgram program(*FindBuiltinShader("audio_visualization_geometry.frag"));
   const auto& [kind, test_case] = GetParam();
   FlatFigure figure = Figure(kind);
   test_case.change(figure);
   const int width = test_case.width;
   const int height = test_case.height;
-  ExpectMatches(DrawFigure(program, figure, width, height, GL_RGBA8), figure, kByteTolerance);
-  ExpectMatches(DrawFigure(program, figure, width, height, GL_RGBA32F), figure, kFloatTolerance);
+  ExpectMatches(DrawFigure(program(), figure, width, height, GL_RGBA8), figure, kByteTolerance);
+  ExpectMatches(DrawFigure(program(), figure, width, height, GL_RGBA32F), figure, kFloatTolerance);
 }
 
 // What every kind must honour.

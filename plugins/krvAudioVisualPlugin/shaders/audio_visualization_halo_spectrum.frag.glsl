@@ -49,8 +49,8 @@ float sliceDistance(vec2 p, float from_centre, float inner, float outer, vec2 ed
   return max(side, max(0.0, max(from_centre - outer, inner - from_centre)));
 }
 
-// From p to the hull of two circles on the y axis, at inner and outer, that touch the same two rays
-// from the origin; none when one circle holds the other. The flank is the normal of the hull's side.
+// From p to the hull of two circles on the y axis, at inner and outer, whose radii grow with that
+// distance; none when one circle holds the other. The flank is the normal of the hull's side.
 float capsuleDistance(vec2 p, float inner, float outer, vec2 flank) {
   float size = outer - inner;
   float inner_cap = inner * half_filled;
@@ -117,9 +117,10 @@ void main() {
   setUp();
   placeSegments();
   float depth = planeDepth();
-  vec2 place = placeAt(abs(depth));
-  float from_centre = length(place);
-  float angle = turnDegrees(angleOf(place) + M_PI * 0.5 - getRadians());
+  // A ray that misses is coloured by its point in front of the camera, off the plane.
+  float from_centre = length(eye + ray * abs(depth));
+  float angle = turnDegrees(angleOf(placeAt(abs(depth))) + M_PI * 0.5 - getRadians());
   float nearest = meetsPlane(depth) ? segmentsDistance(from_centre, angle) : end;
-  fragColor = figurePixel(figureColor(from_centre, angle), coverage(EPSILON / max(EPSILON, nearest)));
+  vec3 c = figureColor(from_centre, angle);
+  fragColor = figurePixel(c, coverage(EPSILON / max(EPSILON, nearest)));
 }
