@@ -42,16 +42,16 @@ float pointsDistance(float from_centre, float angle) {
   float i = floor(angle / gap) - 2.0;
   vec2 towards = unitVector(radians(i * gap - angle));
   vec2 turn = unitVector(radians(gap));
-  float nearest = end * end;
+  float nearest = FARTHEST * FARTHEST;  // squared
   for (int k = 0;; k++) {
     float level = getAudioIntensity(wrapped(i, n) / n);
     vec2 offset = towards * (radius + reach * level) - vec2(from_centre, 0.0);
     nearest = min(nearest, dot(offset, offset));
-    if (k >= 4 || nearest < touching * touching) break;
     towards = turnedBy(turn, towards);
     i += 1.0;
+    if (k >= 4 || nearest < touching * touching) break;
   }
-  return sqrt(nearest) - disc;
+  return min(end, sqrt(nearest) - disc);
 }
 
 // How far point 0..20 of a beat leaves the ring.
@@ -93,9 +93,9 @@ void followTrace(float first, mat2 view, vec2 seen_eye, inout vec2 place, inout 
       nearest = missed;
       place = mix(from, to, share);
     }
-    if (k >= 21 || missed < inside * inside) break;
     from = to;
     seen_from = seen_to;
+    if (k >= 21 || missed < inside * inside) break;
   }
 }
 
@@ -117,8 +117,8 @@ float ecgDistance(float angle, inout float depth) {
   float blocks = meets ? 1.0 : min(beats, MAX_BEATS);
   for (int block = 1;; block++) {
     followTrace(first, view, seen_eye, place, nearest);
-    if (float(block) >= blocks || (line > 0.0 && nearest < line * line)) break;
     first += BEAT_POINTS;
+    if (float(block) >= blocks || (line > 0.0 && nearest < line * line)) break;
   }
   if (nearest < farthest * farthest) depth = dot(vec3(place.x, 0.0, -place.y) - eye, ray);
   return sqrt(nearest) - line;
@@ -181,7 +181,8 @@ vec3 figureColor(float angle) {
   if (!use_gradient_color) return hsv2rgb(angle / 360.0, 1.0, 1.0);
   if (geometry_type == POINTS) {
     // The gradient begins at the first point's edge.
-    float ring = radius + radius * 0.5 * getAudioIntensity(0.0) * (point_direction == 0 ? 1.0 : -1.0);
+    float side = point_direction == 0 ? 1.0 : -1.0;
+    float ring = radius + radius * 0.5 * getAudioIntensity(0.0) * side;
     float edge = point_size * 0.5 + 2.5 * EPSILON;
     angle = mod(angle + 360.0 * edge / (2.0 * M_PI * ring), 360.0);
   }

@@ -83,9 +83,9 @@ float segmentsDistance(float from_centre, float angle) {
     vec2 p = from_centre * vec2(abs(towards.y), towards.x);
     nearest = min(nearest, round == 0 ? sliceDistance(p, from_centre, inner, outer, edge)
                                       : capsuleDistance(p, inner, outer, flank));
-    if (k >= 4 || nearest <= EPSILON) break;
     towards = turnedBy(turn, towards);
     i += 1.0;
+    if (k >= 4 || nearest <= EPSILON) break;
   }
   return nearest;
 }

@@ -1,10 +1,12 @@
 
-// What the two halo shaders share: a ring about the origin in the plane y = 0, seen by a camera that
-// circles it at a fixed distance. One ray per pixel. Places on the plane are written (x, -z), so
-// that angles count as seen from above.
+// What the two halo shaders share: a ring about the origin in the plane y = 0, seen by a camera on
+// a circle about the x axis. One ray per pixel meets the plane once. Places on the plane are
+// written (x, -z), and angles turn from the first towards the second.
+//
+// Loops end at their last statement, as in the flat shader.
 
-uniform float radius;              // of the ring; 0: nothing but black
-uniform int inclination_degree_x;  // tilt of the camera: 0 looks straight onto the ring, 90 along it
+uniform float radius;              // of the ring, scene units; 0: nothing but black
+uniform int inclination_degree_x;  // tilt of the camera: 0 looks at the plane, 90 along it
 uniform int inclination_degree_z;  // roll of the camera, degrees
 uniform int rotate_direction;      // 1: turns backwards
 uniform float rotate_speed;        // radians per second
@@ -12,8 +14,8 @@ uniform int manual_rotate;         // 1: stands still at manual_rotate_degree
 uniform float manual_rotate_degree;
 
 const float CAMERA_DISTANCE = 19.0;
-const float FOCAL_LENGTH = 1.8660254037844386;  // in picture heights, for 30 degrees: 0.5 / tan(15)
-const float LEVEL_REACH = 3.0;                  // how far the full level moves a figure, scene units
+const float FOCAL_LENGTH = 1.8660254037844386;  // picture heights, for 30 degrees: 0.5 / tan(15)
+const float LEVEL_REACH = 3.0;                  // scene units that the full level moves a figure
 const float FARTHEST = 1e9;                     // along rays that all but miss the plane
 
 // Set by main, once per pixel.
@@ -41,8 +43,7 @@ float getAudioIntensity(float u) {
   return val < 0.05 ? 0.0 : smoothstep(0.0, 1.0, val * audio_gain);
 }
 
-// Where the camera stands: behind the ring's plane or before it, so that half turns are never
-// looked at along an axis.
+// A tilt of half turns is moved a little, so that the camera's up axis is never along its view.
 vec3 cameraPlace() {
   float tilt = float(inclination_degree_x);
   if (floor(tilt / 180.0 + 0.5) * 180.0 == tilt) tilt += 0.01;
@@ -50,8 +51,8 @@ vec3 cameraPlace() {
   return CAMERA_DISTANCE * vec3(0.0, -sin(angle), cos(angle));
 }
 
-// The camera's axes (right, up, forward) when it looks at the origin. Where that is nearly along the
-// y axis, up and the roll go by the z axis.
+// The axes (right, up, forward) of a camera that looks at the origin. Where that is nearly along
+// the y axis, up and the roll go by the z axis.
 mat3 getCameraVector(vec3 camera) {
   vec3 forward = normalize(-camera);
   float roll = radians(float(inclination_degree_z));
@@ -76,7 +77,7 @@ float planeDepth() {
 
 bool meetsPlane(float depth) { return ray.y != 0.0 && depth >= 0.0; }
 
-// The place on the plane of the ray's point at this distance from the camera.
+// The place of the ray's point at this distance from the camera.
 vec2 placeAt(float depth) { return (eye.xz + ray.xz * depth) * vec2(1.0, -1.0); }
 
 float angleOf(vec2 place) {
