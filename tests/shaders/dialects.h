@@ -40,7 +40,7 @@ struct CarriedShader {
   bool always_asks_for_extension = false;
 
   std::string Source() const {
-    return std::string(*file_name == 0 ? DefaultBlendShader() : *FindBuiltinShader(file_name));
+    return std::string(*file_name == '\0' ? DefaultBlendShader() : *FindBuiltinShader(file_name));
   }
 };
 
