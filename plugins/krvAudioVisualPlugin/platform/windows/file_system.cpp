@@ -64,7 +64,9 @@ std::optional<std::string> ReadFile(std::string_view utf8_path) {
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(std::string_view utf8_path) {
-  const std::wstring pattern = ExtendedPath(utf8_path) + L"\\*";
+  // Joined first: the folder's path may end with a separator, and a second one would not be skipped
+  // behind the prefix.
+  const std::wstring pattern = ExtendedPath(std::string(utf8_path) + "\\*");
   WIN32_FIND_DATAW found;
   const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return std::nullopt;
