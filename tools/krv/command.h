@@ -13,8 +13,9 @@ namespace krv::tool {
 
 enum ExitCode : int {
   kExitOk = 0,
-  kExitFound = 1,  // something is wrong with what was checked or rendered
-  kExitUsage = 2,  // a bad option, a missing file, an unknown effect
+  kExitFound = 1,          // something is wrong with what was checked or rendered
+  kExitUsage = 2,          // a bad option, a missing file, an unknown effect
+  kExitInterrupted = 130,  // as shells report a program that Ctrl-C ended
 };
 
 // What the chosen subcommand does; returns the exit code.

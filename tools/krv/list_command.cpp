@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "parameter_text.h"
 #include "plugin_host.h"
+#include "registered_effects.h"
 
 namespace krv::tool {
 namespace {
@@ -18,16 +19,6 @@ struct ListOptions {
   FileOptions files;
   bool json = false;
 };
-
-// A float as the double with the same shortest decimal form: 0.1, not 0.10000000149011612.
-double ShortestDouble(double number) {
-  std::array<char, 64> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), static_cast<float>(number));
-  double shortest = number;
-  std::from_chars(text.data(), end.ptr, shortest);
-  return shortest;
-}
 
 nlohmann::ordered_json ToJson(const ParameterListing& parameter) {
   nlohmann::ordered_json json{{"name", parameter.name},
@@ -67,17 +58,6 @@ nlohmann::ordered_json ToJson(const EffectListing& effect) {
 // Text that is not UTF-8 is shown with replacement characters rather than refused.
 std::string Dump(const nlohmann::ordered_json& json) {
   return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-}
-
-std::string NumberText(ParameterKind kind, double number) {
-  std::array<char, 32> text{};
-  if (kind == kKindColor) {
-    std::snprintf(text.data(), text.size(), "#%06X",
-                  static_cast<unsigned>(static_cast<int32_t>(number)));
-    return text.data();
-  }
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), ShortestDouble(number));
-  return {text.data(), end.ptr};
 }
 
 using Row = std::array<std::string, 6>;
@@ -146,16 +126,7 @@ int List(const ListOptions& options) {
   const auto plugin = host::PluginHost::Create({.plugin = files->plugin}, &error);
   if (plugin == nullptr) return UsageError(error);
   bool complete = true;
-  for (const std::filesystem::path& folder : files->packages) {
-    if (plugin->RegisterPackages(folder, &error)) continue;
-    Complain(error);
-    complete = false;
-  }
-  std::vector<EffectListing> effects = plugin->ListEffects();
-  // The order of registration is that of the file system.
-  std::sort(effects.begin(), effects.end(), [](const EffectListing& a, const EffectListing& b) {
-    return a.unique_name < b.unique_name;
-  });
+  const auto effects = RegisterEffects(plugin.get(), files->packages, &complete);
   if (effects.empty()) return kExitUsage;
   Print(effects, options.json);
   return complete ? kExitOk : kExitFound;

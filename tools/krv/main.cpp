@@ -8,6 +8,7 @@
 
 #include "check_command.h"
 #include "command.h"
+#include "gallery_command.h"
 #include "list_command.h"
 #include "nearest_name.h"
 #include "platform/process.h"
@@ -40,6 +41,7 @@ int Run(std::vector<std::string> arguments) {
   krv::tool::AddListCommand(app, &action);
   krv::tool::AddCheckCommand(app, &action);
   krv::tool::AddRenderCommand(app, &action);
+  krv::tool::AddGalleryCommand(app, &action);
   const std::string first = arguments.empty() ? std::string() : arguments.front();
   std::reverse(arguments.begin(), arguments.end());  // the order that parse expects
   try {

@@ -47,8 +47,11 @@ std::string ProgressText(int64_t frames, int64_t total, double seconds) {
 Progress::Progress(int64_t total)
     : total_(total), visible_(ErrorOutputIsTerminal()), start_(Clock::now()), shown_(start_) {}
 
-Progress::~Progress() {
+Progress::~Progress() { Clear(); }
+
+void Progress::Clear() {
   if (shown_length_ > 0) std::fprintf(stderr, "\r%*s\r", static_cast<int>(shown_length_), "");
+  shown_length_ = 0;
 }
 
 void Progress::Show(int64_t frames) {

@@ -22,6 +22,9 @@ class Progress {
 
   void Show(int64_t frames);
 
+  // Makes room for another line.
+  void Clear();
+
  private:
   using Clock = std::chrono::steady_clock;
 

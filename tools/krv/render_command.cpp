@@ -14,8 +14,6 @@
 namespace krv::tool {
 namespace {
 
-constexpr int kExitInterrupted = 130;  // as shells report a program that Ctrl-C ended
-
 constexpr char kFooter[] =
     "Output by the name's ending:\n"
     "  .mp4 .mkv     H.264 with the original sound; odd sides gain a column or row\n"

@@ -27,9 +27,8 @@ class StageTimer {
 
 }  // namespace
 
-void RenderLoop::Render(RenderJob* job) {
-  const host::VideoFormat& video = input_->video();
-  const host::AudioFormat audio = input_->audio();
+void RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
+                 host::EffectSession* session, RenderJob* job) {
   host::FrameRequest request;
   request.index = job->index;
   request.rate_numerator = video.rate.numerator;
@@ -42,7 +41,7 @@ void RenderLoop::Render(RenderJob* job) {
                    static_cast<uint32_t>(audio.channels), audio.sample_rate, job->span.first};
   job->output.Resize(video.width, video.height);
   std::string error;
-  if (!session_->RenderFrame(request, job->output.Row(0), job->output.stride(), &error)) {
+  if (!session->RenderFrame(request, job->output.Row(0), job->output.stride(), &error)) {
     throw EffectError("frame " + std::to_string(job->index) + ": " + error);
   }
 }
@@ -59,7 +58,7 @@ RenderResult RenderLoop::Run(const std::function<bool()>& interrupted,
   while (!result.interrupted && read()) {
     {
       const StageTimer timer(&result.stages.render);
-      Render(&job);
+      RenderFrame(input_->video(), input_->audio(), session_, &job);
     }
     {
       const StageTimer timer(&result.stages.encode);

@@ -16,6 +16,10 @@ class EffectError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Renders the job's frame into job->output. Throws EffectError.
+void RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
+                 host::EffectSession* session, RenderJob* job);
+
 class RenderLoop {
  public:
   // Borrowed for the object's life.
@@ -29,8 +33,6 @@ class RenderLoop {
                    const std::function<void(int64_t)>& progress);
 
  private:
-  void Render(RenderJob* job);
-
   RenderInput* input_;
   host::EffectSession* session_;
   host::FrameSink* sink_;

@@ -1,0 +1,51 @@
+#include "gallery/gallery_writer.h"
+
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include "media/jpeg_encoder.h"
+#include "media/media_error.h"
+#include "media/part_file.h"
+#include "media/png_encoder.h"
+#include "platform/file_system.h"
+#include "utf8_path.h"
+
+namespace krv::tool {
+
+using host::MediaError;
+
+GalleryWriter::GalleryWriter(std::filesystem::path folder) : folder_(std::move(folder)) {
+  std::error_code error;
+  host::platform::CreateFolder(folder_, error);
+  if (error) throw MediaError(host::Utf8(folder_) + ": " + error.message());
+  if (!host::platform::IsFolder(folder_)) throw MediaError(host::Utf8(folder_) + ": is no folder");
+}
+
+void GalleryWriter::Add(const host::EffectListing& effect, host::Picture still, std::string film) {
+  cards_.push_back(
+      {effect, host::EncodeJpeg(still), std::move(film), still.width(), still.height()});
+  sheet_.push_back({effect.display_name, std::move(still)});
+}
+
+void GalleryWriter::Finish() const {
+  WriteSheet();
+  WritePage();
+}
+
+void GalleryWriter::WritePage() const {
+  host::PartFile part(page());
+  std::ofstream file(host::platform::OpenablePath(part.path()), std::ios::binary);
+  file << GalleryPage(cards_);
+  file.close();
+  if (!file) throw MediaError(host::Utf8(page()) + ": cannot be written");
+  part.Commit();
+}
+
+void GalleryWriter::WriteSheet() const {
+  host::PartFile part(folder_ / kSheetName);
+  host::PngEncoder().Write(MakeContactSheet(sheet_), part.path());
+  part.Commit();
+}
+
+}  // namespace krv::tool
