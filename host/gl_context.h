@@ -30,7 +30,7 @@ class GlContext {
   virtual void ClearCurrent() = 0;
 
   // GL_RENDERER and GL_VERSION, for reports. The context must be current.
-  virtual std::string Description() const = 0;
+  std::string Description() const;
 };
 
 }  // namespace krv::host

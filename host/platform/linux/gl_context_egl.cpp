@@ -91,14 +91,6 @@ class EglContext final : public GlContext {
     eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
   }
 
-  std::string Description() const override {
-    auto text = [](GLenum name) {
-      const GLubyte* value = glGetString(name);
-      return value == nullptr ? std::string() : std::string(reinterpret_cast<const char*>(value));
-    };
-    return text(GL_RENDERER) + ", OpenGL " + text(GL_VERSION);
-  }
-
  private:
   EGLDisplay display_;
   EGLContext context_;

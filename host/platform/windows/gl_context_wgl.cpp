@@ -145,14 +145,6 @@ class WglContext final : public GlContext {
 
   void ClearCurrent() override { wglMakeCurrent(nullptr, nullptr); }
 
-  std::string Description() const override {
-    auto text = [](GLenum name) {
-      const GLubyte* value = glGetString(name);
-      return value == nullptr ? std::string() : std::string(reinterpret_cast<const char*>(value));
-    };
-    return text(GL_RENDERER) + ", OpenGL " + text(GL_VERSION);
-  }
-
  private:
   ContextPtr context_;
 };
