@@ -8,6 +8,7 @@
 
 #include "description/description_files.h"
 #include "krv/types.h"
+#include "support/file_system.h"
 #include "support/scratch_folder.h"
 
 namespace krv::test {
@@ -175,7 +176,7 @@ TEST(EffectDescription, MissingParamsLeaveTheEffectWithoutParameters) {
 class PackagePath : public ::testing::Test {
  protected:
   PackagePath() {
-    std::ifstream source(DataFile("one_fragment"));
+    std::ifstream source(DataFile("one_fragment"), std::ios::binary);
     content_.assign(std::istreambuf_iterator<char>(source), {});
     std::filesystem::current_path(scratch_.path());
   }
@@ -190,18 +191,18 @@ class PackagePath : public ::testing::Test {
 };
 
 TEST_F(PackagePath, FilesAreJoinedByABackslash) {
-  scratch_.Write("D:/fx/bars/description.json", content_);
-  ASSERT_EQ(description_.LoadDescription("D:/fx/bars/description.json"), kOk);
-  EXPECT_EQ(description_.package_folder(), "D:/fx/bars");
-  EXPECT_THAT(description_.FragmentShaderPaths(), ElementsAre("D:/fx/bars\\a.frag"));
-  EXPECT_THAT(description_.VertexShaderPaths(), ElementsAre("D:/fx/bars\\a.vert"));
-  EXPECT_EQ(description_.BlendScriptPath(), "D:/fx/bars\\b.frag");
+  scratch_.Write("fx/bars/description.json", content_);
+  ASSERT_EQ(description_.LoadDescription("fx/bars/description.json"), kOk);
+  EXPECT_EQ(description_.package_folder(), "fx/bars");
+  EXPECT_THAT(description_.FragmentShaderPaths(), ElementsAre("fx/bars\\a.frag"));
+  EXPECT_THAT(description_.VertexShaderPaths(), ElementsAre("fx/bars\\a.vert"));
+  EXPECT_EQ(description_.BlendScriptPath(), "fx/bars\\b.frag");
 }
 
 TEST_F(PackagePath, LastSeparatorOfEitherKindEndsTheFolder) {
-  scratch_.Write("D:/fx/bars/description.json", content_);
-  ASSERT_EQ(description_.LoadDescription("D:/fx\\bars\\description.json"), kOk);
-  EXPECT_EQ(description_.package_folder(), "D:/fx\\bars");
+  scratch_.Write("fx/bars/description.json", content_);
+  ASSERT_EQ(description_.LoadDescription("fx\\bars\\description.json"), kOk);
+  EXPECT_EQ(description_.package_folder(), "fx\\bars");
 }
 
 TEST_F(PackagePath, PathWithoutSeparatorIsItsOwnFolder) {
@@ -211,7 +212,7 @@ TEST_F(PackagePath, PathWithoutSeparatorIsItsOwnFolder) {
 }
 
 TEST_F(PackagePath, NamesOutsideAsciiOpen) {
-  scratch_.Write("Größe 音/description.json", content_);
+  scratch_.Write(Utf8Path("Größe 音/description.json"), content_);
   ASSERT_EQ(description_.LoadDescription("Größe 音/description.json"), kOk);
   EXPECT_EQ(description_.package_folder(), "Größe 音");
 }

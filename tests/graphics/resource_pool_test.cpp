@@ -7,6 +7,7 @@
 #include "graphics/gl_calls.h"
 #include "platform/stdout_capture.h"
 #include "support/gl_fixture.h"
+#include "support/matches_pattern.h"
 
 namespace krv::test {
 namespace {
@@ -206,8 +207,8 @@ TEST_F(ResourcePoolTest, AGlErrorIsPrintedWithItsPlaceAndWorkGoesOn) {
   ASSERT_NE(capture, nullptr) << error;
   const uint32_t name = pool_.Acquire(GL_RGBA8, GL_NONE, 8, 8);
   EXPECT_THAT(capture->Stop(),
-              testing::MatchesRegex("GL error 0x500 at plugins/krvAudioVisualPlugin/graphics/"
-                                    "opengl/impl/resource_pool\\.cpp:[0-9]+\n"));
+              MatchesPattern("GL error 0x500 at plugins/krvAudioVisualPlugin/graphics/"
+                             "opengl/impl/resource_pool\\.cpp:[0-9]+\n"));
   EXPECT_NE(name, 0U);
   EXPECT_THAT(TakeGlErrors(), testing::SizeIs(1));
 }

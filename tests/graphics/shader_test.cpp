@@ -8,12 +8,12 @@
 #include "graphics/opengl/impl/graphics_base.h"
 #include "platform/stdout_capture.h"
 #include "support/gl_fixture.h"
+#include "support/matches_pattern.h"
 
 namespace krv::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::MatchesRegex;
 
 constexpr char kVersion330[] = "#version 330 core\nout vec4 c;\nvoid main() { c = vec4(1); }\n";
 constexpr char kEmptyFragment[] = "#version 120\nvoid main() { gl_FragColor = vec4(1.0); }\n";
@@ -93,7 +93,7 @@ TEST_F(ShaderTest, GlReceivesTheSourceStringsOfBothStages) {
 }
 
 TEST_F(ShaderTest, TheDefaultVertexSourceIsKeptToTheByte) {
-  EXPECT_EQ(
+  EXPECT_STREQ(
       GL::kDefaultVertexSource,
       "  #version 120\n\n            #if __VERSION__ == 120 || __VERSION__ == 100 \n"
       "            attribute vec2 position; \n            varying vec2 tc; \n"
@@ -109,21 +109,21 @@ TEST_F(ShaderTest, SoundSourcesPrintNothing) {
 
 TEST_F(ShaderTest, AFailedVertexStageIsPrintedWithTheDriversLog) {
   EXPECT_THAT(Messages(kBroken, kEmptyFragment),
-              MatchesRegex("Shader compiler failed \\(vert\\) : (.|\n)*error(.|\n)*\n"
-                           "Shader compiler failed \\(link status\\) : (.|\n)+\n"));
+              MatchesPattern("Shader compiler failed \\(vert\\) : (.|\n)*error(.|\n)*\n"
+                             "Shader compiler failed \\(link status\\) : (.|\n)+\n"));
 }
 
 TEST_F(ShaderTest, AFailedFragmentStageIsPrintedWithTheDriversLog) {
   EXPECT_THAT(Messages(GL::kDefaultVertexSource, kBroken),
-              MatchesRegex("Shader compiler failed \\(frag\\) : (.|\n)*error(.|\n)*\n"
-                           "Shader compiler failed \\(link status\\) : (.|\n)+\n"));
+              MatchesPattern("Shader compiler failed \\(frag\\) : (.|\n)*error(.|\n)*\n"
+                             "Shader compiler failed \\(link status\\) : (.|\n)+\n"));
 }
 
 TEST_F(ShaderTest, AFailedLinkOfSoundStagesIsPrintedAlone) {
   const std::string fragment =
       "#version 120\nvarying vec3 absent;\nvoid main() { gl_FragColor = vec4(absent, 1.0); }\n";
   EXPECT_THAT(Messages(GL::kDefaultVertexSource, fragment),
-              MatchesRegex("Shader compiler failed \\(link status\\) : (.|\n)+\n"));
+              MatchesPattern("Shader compiler failed \\(link status\\) : (.|\n)+\n"));
 }
 
 TEST_F(ShaderTest, ALogIsCutAt1024Bytes) {

@@ -4,13 +4,15 @@
 #include <nlohmann/json.hpp>
 
 #include "host_test_files.h"
+#include "support/matches_pattern.h"
 #include "support/process.h"
 #include "utf8_path.h"
 
 namespace krv::host {
 namespace {
 
-using ::testing::ContainsRegex;
+using test::HasPattern;
+using test::MatchesPattern;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -44,7 +46,7 @@ class KrvProgram : public FilesTest {
 TEST_F(KrvProgram, ShowsItsVersionAndItsUsage) {
   const Outcome version = Run("--version");
   EXPECT_EQ(version.code, 0);
-  EXPECT_THAT(version.output, ContainsRegex("^krv [0-9]+\\.[0-9]+\\.[0-9]+\n$"));
+  EXPECT_THAT(version.output, MatchesPattern("krv [0-9]+\\.[0-9]+\\.[0-9]+\n"));
   const Outcome help = Run("--help");
   EXPECT_EQ(help.code, 0);
   EXPECT_THAT(help.output, HasSubstr("list"));
@@ -74,8 +76,8 @@ TEST_F(KrvProgram, ListShowsEveryPackageWithItsParameters) {
   const Outcome outcome = Run("list --packages " + Quoted(""));
   EXPECT_EQ(outcome.code, 0) << outcome.error_output;
   EXPECT_THAT(outcome.output, HasSubstr("fx.a  Test\n"));
-  EXPECT_THAT(outcome.output, ContainsRegex("gain +float +0 +2 +0\\.1\n"));
-  EXPECT_THAT(outcome.output, ContainsRegex("secret +bool +true +hidden\n"));
+  EXPECT_THAT(outcome.output, HasPattern("gain +float +0 +2 +0\\.1\n"));
+  EXPECT_THAT(outcome.output, HasPattern("secret +bool +true +hidden\n"));
   EXPECT_THAT(outcome.output, HasSubstr("fx.b  Test\n"));
 }
 
@@ -233,7 +235,8 @@ TEST_F(KrvProgram, CheckReportsANameThatTwoPackagesShare) {
   const Outcome outcome = Run("check " + Quoted("a") + " " + Quoted("b"));
   EXPECT_EQ(outcome.code, 1);
   EXPECT_THAT(outcome.output, HasSubstr(Utf8(Path("a")) + ": ok\n"));
-  EXPECT_THAT(outcome.output, HasSubstr("b/description.json:3: error: /unique_name: \"fx\" is the "
+  EXPECT_THAT(outcome.output, HasSubstr(Utf8(Path("b/description.json")) +
+                                        ":3: error: /unique_name: \"fx\" is the "
                                         "name of the package in " +
                                         Utf8(Path("a"))));
 }
