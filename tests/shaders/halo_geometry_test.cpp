@@ -97,6 +97,8 @@ INSTANTIATE_TEST_SUITE_P(
         OwnCase{"Overlapping", 2, [](F& f) { f.pulse_width = 17; }},
         OwnCase{"OverlappingFilled", 2, [](F& f) { f.pulse_width = 17, f.pulse_fill = true; }},
         OwnCase{"SoWideThatSomeAreCutOff", 2,
+                [](F& f) { f.pulse_width = 45, f.intensity = 0.4f, f.pulse_line_width = 3; }},
+        OwnCase{"SoWideThatSomeAreCutOffFilled", 2,
                 [](F& f) { f.pulse_width = 45, f.intensity = 0.4f, f.pulse_fill = true; }},
         OwnCase{"Apart", 2, [](F& f) { f.pulse_width = 2; }},
         OwnCase{"ThickLine", 2, [](F& f) { f.pulse_line_width = 4; }},

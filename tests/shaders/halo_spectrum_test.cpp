@@ -80,6 +80,8 @@ INSTANTIATE_TEST_SUITE_P(
         ::testing::Values(
             OwnCase{"WithoutGap", [](F& f) { f.gap_degree = 0; }},
             OwnCase{"OverlappingByANegativeGap", [](F& f) { f.gap_degree = -4; }},
+            OwnCase{"WiderThanATurn", [](F& f) { f.step_num = 1, f.gap_degree = -50; }},
+            OwnCase{"TwoWiderThanATurn", [](F& f) { f.step_num = 2, f.gap_degree = -250; }},
             OwnCase{"WithGapOfAStep", [](F& f) { f.gap_degree = 15; }},
             OwnCase{"WithGapBeyondAStep", [](F& f) { f.gap_degree = 200; }},
             OwnCase{"OnlyOne", [](F& f) { f.step_num = 1, f.gap_degree = 250; }},

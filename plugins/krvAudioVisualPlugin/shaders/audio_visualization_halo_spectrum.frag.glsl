@@ -67,13 +67,14 @@ float capsuleDistance(vec2 p, float inner, float outer, vec2 flank) {
 float segmentsDistance(float from_centre, float angle) {
   if (step_num <= 0) return end;
   float n = float(step_num);
-  float widest = radians(filled > 360.0 ? mod(filled, 360.0) : filled) * 0.5;
-  vec2 edge = vec2(sin(widest), cos(widest));
+  // A slice's sides count as angles of one turn: a wider slice is what it covers twice.
+  float turns = round == 0 && filled > 360.0 ? floor(filled / 360.0) : 0.0;
+  vec2 edge = unitVector(M_PI * (0.5 + turns) - half_filled);
   vec2 flank = vec2(sqrt(max(1.0 - half_filled * half_filled, 0.0)), -half_filled);
   vec2 limits = vec2(direction == 1 ? radius : 0.0,
                      radius * (direction == 0 ? 1.0 : direction == 1 ? 2.2 : 1.6));
   float i = floor(angle / pitch) - 2.0;
-  vec2 towards = unitVector(radians(angle - i * pitch));
+  vec2 towards = unitVector(radians(angle - i * pitch + 180.0 * turns));
   vec2 turn = unitVector(radians(-pitch));
   float nearest = end;
   for (int k = 0;; k++) {
