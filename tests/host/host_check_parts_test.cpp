@@ -167,7 +167,12 @@ TEST_F(DescriptionCheck, MisspeltKeyIsAWarningWithASuggestion) {
   EXPECT_THAT(CheckWith("\"params\": [], \"qualty\": \"low\""),
               ElementsAre(HasSubstr("warning: /qualty: is not a key of descriptions; did you mean "
                                     "\"quality\"?")));
-  EXPECT_THAT(CheckWith("\"params\": [], \"author\": \"somebody\""), IsEmpty());
+}
+
+TEST_F(DescriptionCheck, KeyThatNothingReadsIsAWarningUnlessItIsARemark) {
+  EXPECT_THAT(CheckWith("\"params\": [], \"author\": \"somebody\""),
+              ElementsAre(HasSubstr("warning: /author: is not a key of descriptions")));
+  EXPECT_THAT(CheckWith("\"params\": [], \"$comment\": \"by somebody\""), IsEmpty());
 }
 
 TEST_F(DescriptionCheck, UnknownQualityIsAWarning) {

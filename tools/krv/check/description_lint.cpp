@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "check/parameter_lint.h"
-#include "nearest_name.h"
+#include "check/unknown_keys.h"
 #include "platform/file_system.h"
 #include "utf8_path.h"
 
@@ -19,6 +19,14 @@ constexpr std::array<std::string_view, 3> kBuiltinShaders = {
     "audio_visualization_halo_geometry.frag",
     "audio_visualization_halo_spectrum.frag",
 };
+
+const std::vector<std::string>& Keys() {
+  static const std::vector<std::string> keys = {
+      "effect_type", "unique_name", "display_name", "version",      "input_list",
+      "params",      "opengl_frag", "opengl_vert",  "blend_script", "without_blend",
+      "quality",     "ENCRYPT",     "original"};
+  return keys;
+}
 
 class DescriptionLint {
  public:
@@ -35,7 +43,7 @@ class DescriptionLint {
     LintInputs();
     LintShaders();
     LintSettings();
-    LintUnknownKeys();
+    LintUnknownKeys(document_, json_, "", "descriptions", Keys(), findings_);
     LintParameters(document_, findings_);
   }
 
@@ -151,21 +159,6 @@ class DescriptionLint {
              "\"" + *quality +
                  "\" is none of \"low\", \"medium\" and \"high\"; it counts as "
                  "\"medium\"");
-    }
-  }
-
-  // A key that is not known does no harm, unless it is one that is misspelt.
-  void LintUnknownKeys() {
-    const std::vector<std::string> known = {
-        "effect_type", "unique_name", "display_name", "version",      "input_list",
-        "params",      "opengl_frag", "opengl_vert",  "blend_script", "without_blend",
-        "quality",     "ENCRYPT",     "original"};
-    for (const auto& [key, value] : json_.items()) {
-      if (std::find(known.begin(), known.end(), key) != known.end()) continue;
-      const auto nearest = host::NearestName(key, known);
-      if (!nearest) continue;
-      Report("/" + key, Severity::kWarning,
-             "is not a key of descriptions; did you mean \"" + *nearest + "\"?");
     }
   }
 

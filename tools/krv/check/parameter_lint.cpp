@@ -1,14 +1,13 @@
 #include "check/parameter_lint.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
 #include <set>
 #include <string_view>
 
+#include "check/unknown_keys.h"
 #include "krv/types.h"
-#include "nearest_name.h"
 
 namespace krv::tool {
 namespace {
@@ -27,6 +26,12 @@ bool IsInteger(int64_t kind) {
   return kind == kKindInt || kind == kKindIntInternal || kind == kKindColor;
 }
 
+const std::vector<std::string>& Keys() {
+  static const std::vector<std::string> keys = {"name",      "type",      "ui_type",
+                                                "max_value", "min_value", "default_value"};
+  return keys;
+}
+
 // One entry of "params".
 class ParameterLint {
  public:
@@ -43,7 +48,7 @@ class ParameterLint {
       return;
     }
     LintName(names);
-    LintUnknownKeys();
+    LintUnknownKeys(document_, parameter_, pointer_, "parameters", Keys(), findings_);
     if (const auto kind = Kind()) {
       LintValues(*kind);
       LintRange(*kind);
@@ -89,6 +94,9 @@ class ParameterLint {
       return std::nullopt;
     }
     const auto kind = type->get<int64_t>();
+    if (type->get<double>() != static_cast<double>(kind)) {
+      Report("/type", Severity::kWarning, "is cut to an integer");
+    }
     if ((kind >= kKindInt && kind <= kKindText) || kind == kKindColor) return kind;
     Report("/type", Severity::kError, NumberText(*type) + " is no kind of value; " + kKinds);
     return std::nullopt;
@@ -136,18 +144,6 @@ class ParameterLint {
       Report("/default_value", Severity::kError,
              NumberText(*value) + " is outside " + NumberText(*minimum) + " to " +
                  NumberText(*maximum));
-    }
-  }
-
-  void LintUnknownKeys() {
-    const std::vector<std::string> known = {"name",      "type",      "ui_type",
-                                            "max_value", "min_value", "default_value"};
-    for (const auto& [key, value] : parameter_.items()) {
-      if (std::find(known.begin(), known.end(), key) != known.end()) continue;
-      const auto nearest = host::NearestName(key, known);
-      if (!nearest) continue;
-      Report("/" + key, Severity::kWarning,
-             "is not a key of parameters; did you mean \"" + *nearest + "\"?");
     }
   }
 
