@@ -8,6 +8,7 @@
 
 #include "plugin_library.h"
 #include "registrar.h"
+#include "support/file_system.h"
 
 namespace krv::test {
 namespace {
@@ -163,8 +164,10 @@ std::string EffectHost::Register(Package package) {
     package.description["unique_name"] = NewUniqueName();
   }
   auto& folder = *folders_.emplace_back(std::make_unique<ScratchFolder>());
-  folder.Write("description.json", package.description.dump());
-  for (const auto& [name, text] : package.files) folder.Write(name, text);
+  folder.Write(package.folder / "description.json", package.description.dump());
+  for (const auto& [name, text] : package.files) {
+    folder.Write(package.folder / Utf8Path(name), text);
+  }
   host::RecordingRegistrar registrar;
   EXPECT_EQ(Library().register_effect_from_conf_path(folder.text().c_str(), &registrar), kOk);
   services_.TakeLog();

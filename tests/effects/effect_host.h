@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -23,7 +24,8 @@ namespace krv::test {
 // name that no other package of the process has.
 struct Package {
   nlohmann::json description = nlohmann::json::object();
-  std::map<std::string, std::string> files;
+  std::map<std::string, std::string> files;  // by their names in UTF-8
+  std::filesystem::path folder;              // below the one that is registered
 };
 
 // A GLSL 1.20 fragment shader whose main function is `body`.

@@ -6,6 +6,7 @@
 
 #include "effects/effect_fixture.h"
 #include "effects/package_cipher.h"
+#include "support/file_system.h"
 
 namespace krv::test {
 namespace {
@@ -60,6 +61,18 @@ TEST_F(Programs, EntryWithAForwardSlashIsLookedUpWhole) {
 TEST_F(Programs, EntryWithAForwardSlashIsReadFromItsFile) {
   Package package = Entry(std::string("folder/") + kBuiltin);
   package.files[std::string("folder/") + kBuiltin] = Red();
+  EXPECT_EQ(Shown(*host_.Make(package)), kRed);
+}
+
+TEST_F(Programs, FilesOfAnyNameAreReadFromFoldersOfAnyNameAndDepth) {
+  Package package = Entry("Größe 音\\pass one.glsl");
+  package.folder = AwkwardFolder();
+  package.files["Größe 音/pass one.glsl"] = Red();
+  EXPECT_EQ(Shown(*host_.Make(package)), kRed);
+
+  package.description["ENCRYPT"] = "1";
+  package.files["Größe 音/pass one.glsl"] = Encipher(Red());
+  package.description.erase("unique_name");
   EXPECT_EQ(Shown(*host_.Make(package)), kRed);
 }
 

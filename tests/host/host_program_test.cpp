@@ -131,6 +131,19 @@ TEST_F(KrvProgram, CheckOfASoundPackageSaysOk) {
   EXPECT_EQ(outcome.error_output, "");
 }
 
+TEST_F(KrvProgram, PluginAndPackagesMayLieInFoldersOfAnyNameAndDepth) {
+  const std::string folder = Utf8(test::AwkwardFolder());
+  WriteFile(Path(folder + "/plug in.krv"), ReadFile(KRV_PLUGIN_FILE));
+  WritePackage(folder + "/ö", "fx", kSound);
+  const std::string plugin = " --plugin " + Quoted(folder + "/plug in.krv") + " ";
+  const Outcome check = Run("check" + plugin + Quoted(folder + "/ö"));
+  EXPECT_EQ(check.code, 0) << check.output << check.error_output;
+  EXPECT_EQ(check.output, Utf8(Path(folder + "/ö")) + ": ok\n");
+  const Outcome list = Run("list" + plugin + "--packages " + Quoted(""));
+  EXPECT_EQ(list.code, 0) << list.error_output;
+  EXPECT_THAT(list.output, HasSubstr("fx  Test\n"));
+}
+
 TEST_F(KrvProgram, CheckOfASoundPackageInTexturesSaysOk) {
   WritePackage("p", "fx", kSound);
   const Outcome outcome = Run("check --gpu " + Quoted("p"));

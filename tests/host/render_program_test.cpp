@@ -11,6 +11,8 @@
 #include "media/audio_reader.h"
 #include "media/still_source.h"
 #include "media/video_reader.h"
+#include "support/file_system.h"
+#include "utf8_path.h"
 
 namespace krv::host {
 namespace {
@@ -60,6 +62,19 @@ TEST_F(RenderProgram, AVideoKeepsItsFramesAndItsSound) {
   EXPECT_EQ(video.width, 64);
   EXPECT_EQ(AudioBytes(media_.folder() / "out.mp4"), AudioBytes(media_.folder() / "clip.mp4"));
   EXPECT_THAT(media_.Files(), ElementsAre("clip.mp4", "out.mp4", "sound.wav"));
+}
+
+TEST_F(RenderProgram, FilesMayLieInFoldersOfAnyNameAndDepth) {
+  const auto folder = media_.folder() / test::AwkwardFolder();
+  const std::string name = Utf8(test::AwkwardFolder());
+  WriteFile(folder / test::Utf8Path("ö 1.mp4"), ReadFile(media_.folder() / "clip.mp4"));
+  WritePackage(name, "fx.deep", kFigure);
+  RenderWell("\"@" + name + "/ö 1.mp4\" -o \"@" + name + "/音 2.mp4\" --report \"@" + name +
+             "/r.json\" --effect fx.deep --packages \"" + Utf8(Path(name)) + "\"");
+  const auto output = folder / test::Utf8Path("音 2.mp4");
+  EXPECT_EQ(ProbeStream(output, StreamKind::kVideo).frames, 30);
+  RenderWell("\"@" + name + "/音 2.mp4\" -o \"@" + name + "/frames/\" --frames 0:2 " + figure_);
+  EXPECT_EQ(LoadPicture(folder / "frames" / "frame_000001.png", {}).width(), 64);
 }
 
 TEST_F(RenderProgram, TheFigureIsLaidOverTheVideo) {

@@ -11,4 +11,9 @@ std::string Utf8Text(const std::filesystem::path& path) {
   return {text.begin(), text.end()};
 }
 
+std::filesystem::path AwkwardFolder() {
+  return Utf8Path("a b") / Utf8Path("Größe 音楽 пакет") / std::string(150, 'x') /
+         std::string(150, 'y');
+}
+
 }  // namespace krv::test

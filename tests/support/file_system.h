@@ -15,6 +15,9 @@ std::filesystem::path Utf8Path(std::string_view text);
 // The text of a path in UTF-8.
 std::string Utf8Text(const std::filesystem::path& path);
 
+// A relative path of more than 260 characters, with blanks and letters of several scripts.
+std::filesystem::path AwkwardFolder();
+
 // Makes a folder and those above it.
 void CreateFolders(const std::filesystem::path& folder);
 
