@@ -6,7 +6,7 @@ uniform float gap_degree;              // between two segments
 uniform int step_num;                  // segments
 uniform int gradient_color_direction;  // 0: along the radius, else round the ring
 uniform float stroke_width;            // least length of a segment, 0.02 scene units
-uniform int round;                     // 0: pie slices, 1: capsules
+uniform int round;                     // 0: pie slices, 1: capsules; hides ES 3.00's function
 uniform float round_radius;            // not read
 
 const float EPSILON = 0.01;
