@@ -38,6 +38,7 @@ struct GalleryOptions {
 GalleryClip MakeClip(const std::vector<std::string>& inputs) {
   if (inputs.empty()) return MakeDemoGalleryClip();
   std::vector<fs::path> paths;
+  paths.reserve(inputs.size());
   for (const std::string& input : inputs) paths.push_back(host::PathFromUtf8(input));
   return LoadGalleryClip(paths);
 }

@@ -24,7 +24,7 @@ int Columns(size_t entries) {
 }
 
 // Scaled to fit, with the background around it.
-void DrawStill(const host::Picture& still, cv::Mat place) {
+void DrawStill(const host::Picture& still, const cv::Mat& place) {
   const cv::Mat picture(still.height(), still.width(), CV_8UC4, const_cast<uint8_t*>(still.Row(0)),
                         static_cast<size_t>(still.stride()));
   const double scale = std::min(static_cast<double>(place.cols) / still.width(),
@@ -38,7 +38,7 @@ void DrawStill(const host::Picture& still, cv::Mat place) {
   cv::resize(opaque, target, size, 0, 0, scale < 1 ? cv::INTER_AREA : cv::INTER_CUBIC);
 }
 
-void DrawName(const std::string& name, cv::Mat place) {
+void DrawName(const std::string& name, const cv::Mat& place) {
   cv::Mat large(place.size() * kSharper, CV_8UC3, kBackground);
   const double size = 0.68 * kSharper;
   const int thickness = static_cast<int>(1.3 * kSharper);

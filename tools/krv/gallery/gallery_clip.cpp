@@ -36,7 +36,9 @@ host::PictureSize FittingSize(const host::VideoFormat& video) {
       static_cast<double>(video.width) * video.aspect_numerator / video.aspect_denominator;
   const double scale =
       std::min({1.0, kLargest.width / width, static_cast<double>(kLargest.height) / video.height});
-  const auto even = [](double side) { return std::max(2, 2 * static_cast<int>(side / 2 + 0.5)); };
+  const auto even = [](double side) {
+    return std::max(2, 2 * static_cast<int>(std::lround(side / 2)));
+  };
   return {even(width * scale), even(video.height * scale)};
 }
 

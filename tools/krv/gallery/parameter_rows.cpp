@@ -33,7 +33,7 @@ std::string NameHtml(const ParameterRow& row) {
 }
 
 std::string DefaultHtml(const ParameterRow& row) {
-  const std::string text = EscapeHtml(row.default_value);
+  std::string text = EscapeHtml(row.default_value);
   if (row.picture.empty()) return text;
   const std::string picture = EscapeHtml(row.picture);
   if (!row.wide_picture) {
