@@ -8,10 +8,12 @@
 
 #include "gallery/browser.h"
 #include "host/host_test_files.h"
+#include "host/media_maker.h"
 #include "media/jpeg_encoder.h"
 #include "media/media_error.h"
 #include "media/media_writer.h"
 #include "page_probe.h"
+#include "support/process.h"
 
 namespace krv::tool {
 namespace {
@@ -98,10 +100,33 @@ TEST_F(GalleryPageInABrowser, EveryCardHasAPictureAndAFilmThatDecode) {
   EXPECT_EQ(facts["cards"][1]["name"], "Line");
   for (const auto& card : facts["cards"]) {
     EXPECT_EQ(card["decoded"], true);
+    EXPECT_EQ(card["focusable"], true);
     EXPECT_THAT(card["image"], ElementsAre(kWidth, kHeight));
     EXPECT_THAT(card["film"], ElementsAre(kWidth, kHeight));
     EXPECT_GE(card["ready"], 2) << "HAVE_CURRENT_DATA";
     EXPECT_NEAR(card["seconds"].get<double>(), 0.5, 0.05);
+  }
+}
+
+TEST_F(GalleryPageInABrowser, WhatTheProgramMakesOfPackagesIsSuchAPage) {
+  constexpr char kWhite[] = "#version 120\nvoid main() {\n  gl_FragColor = vec4(1.0);\n}\n";
+  WritePackage("packages/a", "fx.a", kWhite);
+  WritePackage("packages/b", "fx.b", kWhite);
+  const host::MediaMaker media;
+  const auto clip =
+      media.Make("clip.mkv", host::NumberedFrames("30", 0.3) +
+                                 host::RampSamples(48000, "stereo", 0.3) + "-c:a pcm_s16le");
+  const test::ProgramOutcome outcome = test::RunProgram(
+      KRV_PROGRAM, "gallery \"" + host::Utf8(clip) + "\" --packages \"" +
+                       host::Utf8(Path("packages")) + "\" -o \"" + host::Utf8(Path("out")) + "\"");
+  ASSERT_EQ(outcome.code, 0) << outcome.error_output;
+  const nlohmann::json facts = Probe(host::ReadFile(Path("out/index.html")));
+  ASSERT_EQ(facts["cards"].size(), 2u);
+  for (const auto& card : facts["cards"]) {
+    EXPECT_EQ(card["decoded"], true);
+    EXPECT_THAT(card["image"], ElementsAre(64, 48));
+    EXPECT_THAT(card["film"], ElementsAre(64, 48));
+    EXPECT_GE(card["ready"], 2) << "HAVE_CURRENT_DATA";
   }
 }
 
