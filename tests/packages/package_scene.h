@@ -1,4 +1,4 @@
-// A picture and a sound to render packages over, the same on every machine.
+// A picture, a person in it and a sound to render packages over, the same on every machine.
 #pragma once
 
 #include <cstdint>
@@ -9,18 +9,21 @@
 
 namespace krv::test {
 
-// A dark picture with a light corner, and one frame of a full, falling spectrum at 25 frames per
-// second. The effect is one second old.
-class PackageScene {
+// A dark picture, a person in its middle third, and one frame of a full, falling spectrum at 25
+// frames per second.
+class PackageScene final : public PersonMaskSource {
  public:
   PackageScene(int width, int height);
 
-  // Renders one frame with the session's parameters. A failure fails the test and gives an empty
-  // picture.
-  host::Picture Render(host::EffectSession* session) const;
+  // The frame one second after the effect's begin, with the session's parameters. Throws the
+  // plug-in's reason when it fails.
+  host::Picture Render(host::EffectSession* session);
+
+  uint8_t GetMask(uint8_t** pixels, int32_t* width, int32_t* height, int32_t* stride) override;
 
  private:
   host::Picture picture_;
+  host::Picture mask_;
   std::vector<int16_t> sound_;
 };
 
