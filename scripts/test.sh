@@ -27,6 +27,7 @@ test_preset() {
   [ "$preset" != windows ] || screen=(xvfb-run -a -s "-screen 0 1280x720x24")
   echo "== tests of the preset $preset =="
   "${screen[@]}" ctest --preset "$preset" --parallel "$(nproc)"
+  cmake --preset "$preset" | grep '^-- Not tested' || true
   [ "$preset" != asan ] || (find_leaks)
 }
 
