@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "media/png_encoder.h"
 #include "media/still_source.h"
 #include "support/file_system.h"
@@ -47,6 +49,25 @@ TEST(GoldenPictures, BelongToAPackageEach) {
   for (const auto& entry : std::filesystem::directory_iterator(KRV_GOLDEN)) {
     const auto package = std::filesystem::path(KRV_PACKAGES) / entry.path().stem();
     EXPECT_TRUE(std::filesystem::is_directory(package)) << Utf8Text(entry.path());
+  }
+}
+
+host::Picture Mirrored(const host::Picture& picture) {
+  host::Picture mirrored(picture.width(), picture.height());
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      std::copy_n(picture.Pixel(picture.width() - 1 - x, y), 4, mirrored.Pixel(x, y));
+    }
+  }
+  return mirrored;
+}
+
+TEST(GoldenPictures, ShowMirroredFiguresInTheMiddle) {
+  for (const char* name :
+       {"bars", "circle_columns", "glowing_line", "lines", "mirrored_bars", "waveform"}) {
+    const host::Picture golden = host::LoadPicture(GoldenFile(name), {});
+    const PictureDifference difference = Compare(golden, Mirrored(golden));
+    EXPECT_TRUE(difference.WithinTolerance(golden)) << name << ": " << ToText(difference);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <numbers>
 #include <stdexcept>
 
@@ -16,9 +17,10 @@ void DrawPicture(host::Picture* picture) {
   for (int y = 0; y < picture->height(); ++y) {
     for (int x = 0; x < picture->width(); ++x) {
       uint8_t* pixel = picture->Pixel(x, y);
-      pixel[0] = static_cast<uint8_t>(50 + 40 * x / picture->width());
+      const int off_middle = std::abs(2 * x + 1 - picture->width());
+      pixel[0] = static_cast<uint8_t>(80 - 40 * off_middle / picture->width());
       pixel[1] = static_cast<uint8_t>(28 + 24 * y / picture->height());
-      pixel[2] = static_cast<uint8_t>(34 + 24 * (picture->width() - x) / picture->width());
+      pixel[2] = static_cast<uint8_t>(30 + 40 * off_middle / picture->width());
       pixel[3] = 255;
     }
   }

@@ -9,8 +9,8 @@
 
 namespace krv::test {
 
-// A dark picture, a person in its middle third, and one frame of a full, falling spectrum at 25
-// frames per second.
+// A dark picture whose left and right are alike, a person in its middle, and one frame of a full,
+// falling spectrum at 25 frames per second.
 class PackageScene final : public PersonMaskSource {
  public:
   PackageScene(int width, int height);
