@@ -32,11 +32,13 @@ void ExpectMatches(const Picture& drawn, const Expectation& expected, const Tole
 template <class Reference, class Figure>
 void ExpectMatchesReference(const Picture& drawn, const Figure& figure,
                             const Tolerance& tolerance) {
-  const auto at = [&](double level_shift) -> PictureFunction {
-    return [reference = Reference(figure, drawn.width, drawn.height, level_shift)](
-               double x, double y) { return reference.At(x, y); };
+  const Reference exact(figure, drawn.width, drawn.height, 0);
+  const Reference quieter(figure, drawn.width, drawn.height, -kLevelShift);
+  const Reference louder(figure, drawn.width, drawn.height, kLevelShift);
+  const auto at = [](const Reference& reference) -> PictureFunction {
+    return [&reference](double x, double y) { return reference.At(x, y); };
   };
-  ExpectMatches(drawn, {at(0), at(-kLevelShift), at(kLevelShift)}, tolerance);
+  ExpectMatches(drawn, {at(exact), at(quieter), at(louder)}, tolerance);
 }
 
 }  // namespace krv::test
