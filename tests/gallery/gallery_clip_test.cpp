@@ -183,6 +183,19 @@ TEST(ContactSheet, StillsOfAnyShapeKeepIt) {
   }
 }
 
+TEST(ContactSheet, ALongNameStaysUnderItsStill) {
+  std::vector<SheetEntry> entries = Entries(2, 64, 36);
+  const host::Picture plain = MakeContactSheet(entries);
+  entries[0].name = std::string(200, 'W');
+  const host::Picture sheet = MakeContactSheet(entries);
+  EXPECT_EQ(sheet.width(), plain.width());
+  for (int y = 0; y < sheet.height(); ++y) {
+    for (int x = sheet.width() / 2; x < sheet.width(); ++x) {
+      ASSERT_EQ(sheet.Pixel(x, y)[1], plain.Pixel(x, y)[1]) << x << ", " << y;
+    }
+  }
+}
+
 TEST(EncodeJpeg, DecodesToNearlyTheSamePicture) {
   const host::MediaMaker media;
   host::Picture picture(33, 17);  // sides that are no multiple of a block

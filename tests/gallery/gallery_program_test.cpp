@@ -2,9 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 #include "host/host_test_files.h"
 #include "host/media_maker.h"
 #include "media/still_source.h"
+#include "platform/file_system.h"
 #include "support/process.h"
 
 namespace krv::host {
@@ -98,6 +102,23 @@ TEST_F(GalleryProgram, ASecondRunTakesTheFirstOnesPlace) {
     ++files;
   }
   EXPECT_EQ(files, 2u) << "the page and the sheet";
+}
+
+TEST_F(GalleryProgram, AnInterruptLeavesTheOlderGallery) {
+  for (const char* name : {"a", "b", "c", "d", "e", "f"}) {
+    WritePackage(std::string("packages/") + name, std::string("fx.") + name, kWhite);
+  }
+  test::Process program(KRV_PROGRAM, "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" +
+                                         Utf8(Path("out")) + "\"");
+  for (int i = 0; i < 6000 && !platform::IsFolder(Path("out")); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  WriteFile(Path("out/index.html"), "old");
+  program.Interrupt();
+  const test::ProgramOutcome outcome = program.Wait();
+  EXPECT_EQ(outcome.code, 130) << outcome.error_output;
+  EXPECT_EQ(outcome.error_output, "krv: interrupted; no gallery is written\n");
+  EXPECT_EQ(Page(), "old");
 }
 
 TEST_F(GalleryProgram, BadUsageIsOneLineAndCode2) {

@@ -76,13 +76,13 @@ class GalleryMaker {
 
   int Finish(bool complete) const;
 
+  InterruptWatch watch_;  // first: from here on Ctrl-C ends the program in order
   std::shared_ptr<host::PluginHost> plugin_;
   std::vector<fs::path> packages_;
   PackageChecker checker_;
   GalleryWriter writer_;
   GalleryClip clip_;
   std::unique_ptr<host::TemporaryFolder> scratch_;
-  InterruptWatch watch_;
   std::optional<Progress> progress_;
   int64_t frames_done_ = 0;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
@@ -130,7 +130,10 @@ int GalleryMaker::Make(const std::vector<EffectListing>& effects, bool complete)
     frames_done_ = static_cast<int64_t>(i + 1) * frames;
   }
   progress_.reset();
-  if (watch_.interrupted()) return kExitInterrupted;
+  if (watch_.interrupted()) {
+    Complain("interrupted; no gallery is written");
+    return kExitInterrupted;
+  }
   return Finish(complete);
 }
 

@@ -13,6 +13,7 @@ constexpr int kStillHeight = 248;
 constexpr int kNameHeight = 46;
 constexpr int kMargin = 28;
 constexpr int kGap = 20;
+constexpr auto kFont = cv::FONT_HERSHEY_SIMPLEX;
 constexpr int kSharper = 4;  // text is drawn this much larger, its edges are smoother that way
 
 const cv::Scalar kBackground(20, 15, 14);  // blue, green, red
@@ -40,10 +41,12 @@ void DrawStill(const host::Picture& still, const cv::Mat& place) {
 
 void DrawName(const std::string& name, const cv::Mat& place) {
   cv::Mat large(place.size() * kSharper, CV_8UC3, kBackground);
-  const double size = 0.68 * kSharper;
   const int thickness = static_cast<int>(1.3 * kSharper);
+  double size = 0.68 * kSharper;
+  const int width = cv::getTextSize(name, kFont, size, thickness, nullptr).width;
+  size *= std::min(1.0, static_cast<double>(large.cols) / (width + 2 * thickness));
   const cv::Point start(kSharper, large.rows - 16 * kSharper);
-  cv::putText(large, name, start, cv::FONT_HERSHEY_SIMPLEX, size, kText, thickness, cv::LINE_AA);
+  cv::putText(large, name, start, kFont, size, kText, thickness, cv::LINE_AA);
   cv::resize(large, place, place.size(), 0, 0, cv::INTER_AREA);
 }
 

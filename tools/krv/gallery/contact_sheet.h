@@ -9,7 +9,7 @@
 namespace krv::tool {
 
 struct SheetEntry {
-  std::string name;  // ASCII; other letters become question marks
+  std::string name;  // ASCII: the picture's font has no other letters
   host::Picture still;
 };
 

@@ -1,5 +1,6 @@
 #include "gallery/gallery_writer.h"
 
+#include <algorithm>
 #include <fstream>
 #include <system_error>
 #include <utility>
@@ -14,6 +15,16 @@
 namespace krv::tool {
 
 using host::MediaError;
+namespace {
+
+// The display name, or the unique name where the sheet's font has no letters for it.
+const std::string& SheetName(const host::EffectListing& effect) {
+  const bool ascii = std::all_of(effect.display_name.begin(), effect.display_name.end(),
+                                 [](char c) { return c >= ' ' && c <= '~'; });
+  return ascii ? effect.display_name : effect.unique_name;
+}
+
+}  // namespace
 
 GalleryWriter::GalleryWriter(std::filesystem::path folder) : folder_(std::move(folder)) {
   std::error_code error;
@@ -25,7 +36,7 @@ GalleryWriter::GalleryWriter(std::filesystem::path folder) : folder_(std::move(f
 void GalleryWriter::Add(const host::EffectListing& effect, host::Picture still, std::string film) {
   cards_.push_back(
       {effect, host::EncodeJpeg(still), std::move(film), still.width(), still.height()});
-  sheet_.push_back({effect.display_name, std::move(still)});
+  sheet_.push_back({SheetName(effect), std::move(still)});
 }
 
 void GalleryWriter::Finish() const {
