@@ -14,7 +14,7 @@ namespace krv::test {
 // Frames are 4 x 4 floats, so that what a shader writes into an output comes back exactly.
 class EffectTest : public testing::Test {
  protected:
-  EffectTest() {
+  explicit EffectTest(const host::HostPaths& paths = {}) : host_(host::DeviceUse::kMemory, paths) {
     context_.input = &input_;
     context_.output = &output_;
   }

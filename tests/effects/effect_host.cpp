@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -138,6 +139,15 @@ int32_t TestContext::GetParameterValue(const char* name, int64_t position, Param
   return kNothingToDo;
 }
 
+int32_t TestContext::QueryProperty(const char* name, int32_t type, void* result, uint32_t size) {
+  if (std::string_view(name) != kPersonMaskProperty || type != kPropertyPointer ||
+      size != sizeof(person_mask)) {
+    return kNothingToDo;
+  }
+  std::memcpy(result, &person_mask, sizeof(person_mask));
+  return kOk;
+}
+
 void EffectDeleter::operator()(KRVEffect* effect) const { Library().release_effect(effect); }
 
 int32_t ProcessFrame(KRVEffect& effect, TestContext& context) {
@@ -145,8 +155,8 @@ int32_t ProcessFrame(KRVEffect& effect, TestContext& context) {
   return effect.ProcessFrame(&context);
 }
 
-EffectHost::EffectHost(host::DeviceUse device)
-    : device_(device), gl_(MakeContext()), services_(device, {}) {
+EffectHost::EffectHost(host::DeviceUse device, const host::HostPaths& paths)
+    : device_(device), gl_(MakeContext()), services_(device, paths) {
   Library().startup(services_.context(), nullptr);
 }
 

@@ -57,6 +57,7 @@ class TestContext final : public EffectContext {
   HostFrame* output = nullptr;
   HostFrame* input = nullptr;
   AudioBlock* audio = nullptr;
+  PersonMaskSource* person_mask = nullptr;
   std::map<std::string, ParameterValue> answers;
   std::map<std::string, ParameterValue> refusals;  // written, but answered with a failure
   std::vector<std::pair<std::string, int64_t>> asked;
@@ -68,7 +69,7 @@ class TestContext final : public EffectContext {
   HostFrame* GetInputFrame() override { return input; }
   AudioBlock* GetAudioBlock() override { return audio; }
   int32_t GetParameterValue(const char* name, int64_t position, ParameterValue* value) override;
-  int32_t QueryProperty(const char*, int32_t, void*, uint32_t) override { return kNothingToDo; }
+  int32_t QueryProperty(const char* name, int32_t type, void* result, uint32_t size) override;
   void RequestExtraInput(uint32_t value) override { extra_inputs.push_back(value); }
 };
 
@@ -86,7 +87,8 @@ int32_t ProcessFrame(KRVEffect& effect, TestContext& context);
 // fails the test, when there is no context to be had.
 class EffectHost {
  public:
-  explicit EffectHost(host::DeviceUse device = host::DeviceUse::kMemory);
+  explicit EffectHost(host::DeviceUse device = host::DeviceUse::kMemory,
+                      const host::HostPaths& paths = {});
   ~EffectHost();
   EffectHost(const EffectHost&) = delete;
   EffectHost& operator=(const EffectHost&) = delete;

@@ -11,7 +11,8 @@ namespace krv::test {
 // Known to the parts for as long as it lives.
 class LoggingHost {
  public:
-  LoggingHost() {
+  explicit LoggingHost(const host::HostPaths& paths = {})
+      : services_(host::DeviceUse::kMemory, paths) {
     void* suite = nullptr;
     services_.context()->suites->AcquireSuite(kHostUtilSuiteName, kSuiteVersion, &suite);
     PluginRegistry::Instance().host_util_suite = static_cast<HostUtilSuite*>(suite);
@@ -24,7 +25,7 @@ class LoggingHost {
   std::vector<host::LogLine> TakeLog() { return services_.TakeLog(); }
 
  private:
-  host::HostServices services_{host::DeviceUse::kMemory, {}};
+  host::HostServices services_;
 };
 
 }  // namespace krv::test

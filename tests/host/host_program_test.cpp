@@ -158,6 +158,12 @@ TEST_F(KrvProgram, CheckOfABuiltInShaderNeedsNoFile) {
   EXPECT_EQ(outcome.code, 0) << outcome.output << outcome.error_output;
 }
 
+TEST_F(KrvProgram, CheckOfAPersonEffectHasAPerson) {
+  WritePackage("p", "fx", kSound, R"("input_list": ["human_segment"], "params": [])");
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 0) << outcome.output << outcome.error_output;
+}
+
 TEST_F(KrvProgram, CheckNamesTheLineOfInvalidJson) {
   WriteFile(Path("p/description.json"), "{\n  \"a\": 1,\n  b\n}");
   const Outcome outcome = Check("p");

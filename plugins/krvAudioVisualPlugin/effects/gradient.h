@@ -5,10 +5,12 @@
 #include <optional>
 #include <string_view>
 
+#include "graphics/px_image.h"
+
 namespace krv {
 
-// The most stops a gradient may have: the smallest largest texture width of the GPUs we run on.
-inline constexpr int kMaxGradientStops = 16384;
+// The most stops a gradient may have, as each is a pixel of a texture.
+inline constexpr int kMaxGradientStops = kWidestTexture;
 
 // Reads "count,entry;entry;..." where an entry is "colour,position": the colour a decimal 0xRRGGBB,
 // the position a percentage. "3,16711680,0;65280,50;255,100" is red, green in the middle, blue.

@@ -1,6 +1,7 @@
 // KRVAudioVisual: an instance of an audio-visualisation effect.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <opencv2/core.hpp>
@@ -70,6 +71,11 @@ class KRVAudioVisual : public KRVEffect {
   void SetFloatUniform(const char* name, float value);
 
   const EffectDescription& description() const { return *description_; }
+  const ImageList& inputs() const { return inputs_; }
+
+  // The frame's mask, of type CV_8UC4, from GatherInputs until the frame has been processed; empty
+  // when there is none, or nothing in it.
+  const cv::Mat& mask() const { return mask_; }
 
  private:
   int32_t BuildDevice();
@@ -86,11 +92,14 @@ class KRVAudioVisual : public KRVEffect {
   void StoreParameters(EffectContext& context);
   void StoreColor(int32_t color);
   void StoreGradient(const char* text);
+  // False when the mask holds nothing that the effect could follow.
+  bool GatherMask(EffectContext& context, PXImage* background);
   void GatherAudio(EffectContext& context);
 
   ImageList inputs_;
-  float mask_left_right_[2] = {0, 0};  // fractions of the mask's width
-  float mask_bottom_top_[2] = {0, 0};  // fractions of the mask's height
+  cv::Mat mask_;  // may lie over pixels of the host's that end with the frame
+  std::array<float, 2> mask_left_right_ = {0, 0};  // fractions of the mask's width
+  std::array<float, 2> mask_bottom_top_ = {0, 0};  // fractions of the mask's height
   std::shared_ptr<PXImage> gradient_texture_;
   std::string gradient_text_;  // what gradient_texture_ was made from
   std::shared_ptr<PXImage> effect_texture_;

@@ -27,6 +27,7 @@ int32_t KRVAudioVisual::Process(EffectContext& context) {
   StoreParameters(context);
   ImageList inputs;
   GatherInputs(context, inputs);
+  mask_.release();
   // The count alone is not enough: what is left of a frame may stand in for what this one lacks.
   if (!inputs_were_cleared || inputs.images.size() != static_cast<size_t>(ExpectedInputCount())) {
     LogToHost(kLogError, "Input size error");
@@ -116,9 +117,9 @@ int32_t KRVAudioVisual::DrawPass(PassRecord& pass, const ImageList& inputs, PXIm
                                  EffectContext& context) {
   const auto draw = CreateGraphicsContext();
   AddFrameUniforms(*draw, target, context);
-  draw->AddUniform("mask_bottom_top", UniformType::kVec2, mask_bottom_top_,
+  draw->AddUniform("mask_bottom_top", UniformType::kVec2, mask_bottom_top_.data(),
                    sizeof(mask_bottom_top_));
-  draw->AddUniform("mask_left_right", UniformType::kVec2, mask_left_right_,
+  draw->AddUniform("mask_left_right", UniformType::kVec2, mask_left_right_.data(),
                    sizeof(mask_left_right_));
   CopyUniforms(*draw, pass, context);
   PreparePass(*draw);

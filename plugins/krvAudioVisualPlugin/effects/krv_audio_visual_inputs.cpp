@@ -8,6 +8,8 @@
 #include "boundary/effect_image.h"
 #include "effects/frame_timing.h"
 #include "effects/krv_audio_visual.h"
+#include "effects/mask_box.h"
+#include "effects/person_mask.h"
 #include "graphics/px_image.h"
 #include "krv/effect_context.h"
 
@@ -17,9 +19,6 @@ namespace {
 constexpr uint8_t kSilentChannels = 2;
 constexpr int32_t kSilentFrames = 1764;
 constexpr std::array<int16_t, size_t{kSilentChannels} * kSilentFrames> kSilence{};
-
-// The widest texture that every GPU takes; a wider spectrum (a frame of seconds) is scaled down.
-constexpr int kMaxSpectrumWidth = 16384;
 
 struct AudioSamples {
   int32_t frames = kSilentFrames;
@@ -74,11 +73,34 @@ void KRVAudioVisual::AddInput(const char* name, std::shared_ptr<PXImage> image) 
 }
 
 int32_t KRVAudioVisual::GatherInputs(EffectContext& context, ImageList& inputs) {
-  AddInput("background_tex", InputFrame(context));
-  if (gradient_texture_ != nullptr) AddInput("gradient_color_tex", gradient_texture_);
-  GatherAudio(context);
+  const auto background = InputFrame(context);
+  AddInput("background_tex", background);
+  if (GatherMask(context, background.get())) {
+    if (gradient_texture_ != nullptr) AddInput("gradient_color_tex", gradient_texture_);
+    GatherAudio(context);
+  }
   inputs = inputs_;
   return kOk;
+}
+
+// One mask at most: that of `mask` replaces the person's.
+bool KRVAudioVisual::GatherMask(EffectContext& context, PXImage* background) {
+  mask_.release();
+  if (background == nullptr) return true;
+  cv::Mat mask;
+  if (description_->UsesHumanSegment()) mask = PersonMask(context, *background);
+  if (description_->UsesMask()) mask = EightBitPicture(*background);
+  if (mask.empty()) return true;
+
+  const MaskBox box = FindMaskBox(mask);
+  if (box.IsEmpty()) return false;
+  const auto width = static_cast<float>(mask.cols);
+  const auto height = static_cast<float>(mask.rows);
+  mask_left_right_ = {box.left / width, (box.left + box.width) / width};
+  mask_bottom_top_ = {box.top / height, (box.top + box.height) / height};
+  AddInput("mask_tex", CreateImage(mask, PixelLayout::kBgra));
+  mask_ = mask;
+  return true;
 }
 
 int32_t KRVAudioVisual::ExpectedInputCount() {
@@ -91,8 +113,8 @@ void KRVAudioVisual::GatherAudio(EffectContext& context) {
   cv::Mat spectrum;
   float level = 0;
   audio_->Process(spectrum, audio.frames, audio.channels, audio.samples, level);
-  if (spectrum.cols > kMaxSpectrumWidth) {
-    cv::resize(spectrum, spectrum, cv::Size(kMaxSpectrumWidth, 1), 0, 0, cv::INTER_AREA);
+  if (spectrum.cols > kWidestTexture) {  // a frame of seconds
+    cv::resize(spectrum, spectrum, cv::Size(kWidestTexture, 1), 0, 0, cv::INTER_AREA);
   }
 
   const auto frame_rate = static_cast<float>(FramesPerSecond(context));

@@ -13,6 +13,9 @@ namespace GL {
 class Texture;
 }
 
+// The widest texture, in pixels, that every GPU we run on takes.
+inline constexpr int kWidestTexture = 16384;
+
 // Order of the four channels of a pixel in memory.
 enum class PixelLayout : uint32_t { kRgba = 2, kBgra = 3 };
 

@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace krv::test {
 
@@ -12,6 +14,11 @@ int64_t ResidentBytes() {
   int64_t resident = 0;
   file >> total >> resident;
   return resident * sysconf(_SC_PAGESIZE);
+}
+
+int64_t OpenHandles() {
+  const std::filesystem::directory_iterator handles("/proc/self/fd");
+  return std::distance(begin(handles), end(handles));
 }
 
 }  // namespace krv::test

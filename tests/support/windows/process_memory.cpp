@@ -12,4 +12,10 @@ int64_t ResidentBytes() {
   return static_cast<int64_t>(counters.WorkingSetSize);
 }
 
+int64_t OpenHandles() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
+}
+
 }  // namespace krv::test
