@@ -15,7 +15,9 @@ void LintUnknownKeys(const DescriptionDocument& document, const nlohmann::ordere
     if (const auto nearest = host::NearestName(key, known)) {
       message += "; did you mean \"" + *nearest + "\"?";
     }
-    findings->push_back(document.At(pointer + "/" + key, Severity::kWarning, std::move(message)));
+    std::string place = pointer;
+    place.append("/").append(key);
+    findings->push_back(document.At(place, Severity::kWarning, std::move(message)));
   }
 }
 
