@@ -99,7 +99,10 @@ class ShippedPackages : public EffectTest, public testing::WithParamInterface<st
             {{"glow", Int(1)}},
             {{"manual_rotate", Int(1)}},
             {{"pulse_fill", Bool(0)}},
-            {{"rotate_z", Int(30)}}};
+            {{"rotate_z", Int(30)}},
+            {{"rotate_speed", Float(1)}},
+            {{"audio_mirror", Bool(0)}},  // else flipping a figure whose halves are alike is lost
+            {{"direction", Int(0)}}};     // likewise for its upper and lower halves
   }
 
   Json description_ = DescriptionOf(GetParam());
