@@ -197,7 +197,8 @@ TEST_F(RenderProgram, TheReportSaysHowLongEachStageTook) {
 
 TEST_F(RenderProgram, AnInterruptLeavesAPlayableFile) {
   media_.Make("long.flac", "-f lavfi -i anullsrc=d=3600 -compression_level 0 ");
-  test::Process program(KRV_PROGRAM, Line("@long.flac --size 64x48 -o @out.mp4" + figure_));
+  test::Process program(KRV_PROGRAM, Line("@long.flac --size 64x48 -o @out.mp4" + figure_),
+                        test::Interruptible::kYes);
   EXPECT_TRUE(WaitForFile(media_.folder() / ".out.part.mp4"));
   std::this_thread::sleep_for(std::chrono::milliseconds(500));
   program.Interrupt();

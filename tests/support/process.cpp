@@ -26,8 +26,8 @@ std::vector<std::string> SplitArguments(std::string_view line) {
 }
 
 Process::Process(const std::string& program, std::string_view arguments,
-                 const Environment& environment) {
-  Start(program, SplitArguments(arguments), environment);
+                 Interruptible interruptible, const Environment& environment) {
+  Start(program, SplitArguments(arguments), interruptible, environment);
 }
 
 Process::~Process() {
@@ -46,7 +46,7 @@ std::string Process::Output(const char* name) const {
 
 ProgramOutcome RunProgram(const std::string& program, std::string_view arguments,
                           const Environment& environment) {
-  return Process(program, arguments, environment).Wait();
+  return Process(program, arguments, Interruptible::kNo, environment).Wait();
 }
 
 }  // namespace krv::test

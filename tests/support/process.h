@@ -24,13 +24,16 @@ using Environment = std::map<std::string, std::string>;
 // quotes fall away; no other character is special.
 std::vector<std::string> SplitArguments(std::string_view line);
 
+// Whether Process::Interrupt may be called. On Windows that takes a console, and time.
+enum class Interruptible { kNo, kYes };
+
 // A program that runs beside the test, without standard input.
 class Process {
  public:
   // Starts a program with the arguments that SplitArguments makes of the line. The program is a
   // path, or a plain name for the system to find. Texts are UTF-8. Throws when it cannot be
   // started.
-  Process(const std::string& program, std::string_view arguments,
+  Process(const std::string& program, std::string_view arguments, Interruptible interruptible,
           const Environment& environment = {});
   // Waits for its end.
   ~Process();
@@ -45,7 +48,7 @@ class Process {
 
  private:
   void Start(const std::string& program, const std::vector<std::string>& arguments,
-             const Environment& environment);
+             Interruptible interruptible, const Environment& environment);
   int WaitForCode();
   std::string Output(const char* name) const;
 

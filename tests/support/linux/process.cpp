@@ -47,7 +47,7 @@ std::vector<std::string> Variables(const Environment& environment) {
 }  // namespace
 
 void Process::Start(const std::string& program, const std::vector<std::string>& arguments,
-                    const Environment& environment) {
+                    Interruptible /*all are*/, const Environment& environment) {
   FileActions files;
   constexpr int kNewFile = O_WRONLY | O_CREAT | O_TRUNC;
   files.Open(STDIN_FILENO, "/dev/null", O_RDONLY);

@@ -20,10 +20,29 @@ std::wstring Extended(const fs::path& path) {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), Utf8Text(path));
 }
 
+// Whether it is gone.
+bool TryToRemove(const fs::path& folder) {
+  WIN32_FIND_DATAW found;
+  const HANDLE search = FindFirstFileW((Extended(folder) + L"\\*").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return true;
+  do {
+    const std::wstring_view name = found.cFileName;
+    if (name == L"." || name == L"..") continue;
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+      TryToRemove(folder / name);
+    } else {
+      DeleteFileW(Extended(folder / name).c_str());
+    }
+  } while (FindNextFileW(search, &found));
+  FindClose(search);
+  return RemoveDirectoryW(Extended(folder).c_str()) != 0;
+}
+
 }  // namespace
 
 void CreateFolders(const fs::path& folder) {
   if (GetFileAttributesW(Extended(folder).c_str()) != INVALID_FILE_ATTRIBUTES) return;
+  if (folder == folder.parent_path()) ThrowLastError(folder);  // a drive that there is not
   CreateFolders(folder.parent_path());
   if (!CreateDirectoryW(Extended(folder).c_str(), nullptr)) ThrowLastError(folder);
 }
@@ -38,23 +57,11 @@ void WriteFile(const fs::path& file, std::string_view content) {
   if (written != content.size()) ThrowLastError(file);
 }
 
+// Others hold files open for a moment longer: the console of a program that has ended, a scanner.
 void RemoveFolder(const fs::path& folder) {
-  WIN32_FIND_DATAW found;
-  const HANDLE search = FindFirstFileW((Extended(folder) + L"\\*").c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE) return;
-  do {
-    const fs::path entry = folder / found.cFileName;
-    if (found.cFileName == std::wstring_view(L".") || found.cFileName == std::wstring_view(L"..")) {
-      continue;
-    }
-    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-      RemoveFolder(entry);
-    } else {
-      DeleteFileW(Extended(entry).c_str());
-    }
-  } while (FindNextFileW(search, &found));
-  FindClose(search);
-  RemoveDirectoryW(Extended(folder).c_str());
+  constexpr int kTries = 100;
+  constexpr DWORD kPause = 10;  // milliseconds
+  for (int i = 0; i < kTries && !TryToRemove(folder); ++i) Sleep(kPause);
 }
 
 // Keeps it open without letting others read it.

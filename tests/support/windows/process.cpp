@@ -63,7 +63,7 @@ std::wstring Quoted(const std::string& argument) {
 }  // namespace
 
 void Process::Start(const std::string& program, const std::vector<std::string>& arguments,
-                    const Environment& environment) {
+                    Interruptible interruptible, const Environment& environment) {
   std::wstring line = Quoted(program);
   for (const std::string& argument : arguments) line += L" " + Quoted(argument);
   const InheritedFile input(L"NUL", GENERIC_READ, OPEN_EXISTING);
@@ -78,9 +78,10 @@ void Process::Start(const std::string& program, const std::vector<std::string>& 
   std::map<std::string, ScopedVariable> variables;
   for (const auto& [name, value] : environment) variables.try_emplace(name, name, value);
   PROCESS_INFORMATION started = {};
-  // A console of its own, so that Interrupt reaches no other program.
-  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
-                      nullptr, &startup, &started)) {
+  // With a console of its own Interrupt reaches no other program.
+  const DWORD console = interruptible == Interruptible::kYes ? CREATE_NO_WINDOW : DETACHED_PROCESS;
+  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, console, nullptr, nullptr,
+                      &startup, &started)) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), program);
   }
   CloseHandle(started.hThread);
