@@ -86,12 +86,13 @@ class DescriptionSchemaTest : public ::testing::Test {
   DescriptionSchema schema_{KRV_PACKAGES "/description.schema.json"};
 };
 
-TEST_F(DescriptionSchemaTest, AcceptsEveryShippedDescription) {
+TEST_F(DescriptionSchemaTest, IsNamedByEveryShippedDescriptionAndAcceptsIt) {
   const auto folders = host::FindPackageFolders(KRV_PACKAGES);
   ASSERT_THAT(folders, Not(IsEmpty()));
   for (const auto& folder : folders) {
     const auto text = json::parse(std::ifstream(folder / host::kDescriptionFileName));
     EXPECT_THAT(schema_.Refusals(text), IsEmpty()) << Utf8Text(folder);
+    EXPECT_EQ(text.value("$schema", ""), "../description.schema.json") << Utf8Text(folder);
   }
 }
 
@@ -104,6 +105,26 @@ TEST_F(DescriptionSchemaTest, EveryKeyHasATitleAndSaysWhatItMeans) {
       EXPECT_FALSE(value.value("description", "").empty()) << key;
     }
   }
+}
+
+TEST_F(DescriptionSchemaTest, DefaultsMeanWhatAbsentKeysMean) {
+  const json absent = json::parse(kSoundDescription);
+  json present = absent;
+  for (const auto& [key, value] : schema_.json()["properties"].items()) {
+    if (value.contains("default")) present[key] = value["default"];
+  }
+  EXPECT_GT(present.size(), absent.size());
+  EffectDescription one;
+  EffectDescription other;
+  ASSERT_EQ(one.LoadDescription(Write(absent)), 0);
+  ASSERT_EQ(other.LoadDescription(Write(present)), 0);
+  EXPECT_EQ(one.Version(), other.Version());
+  EXPECT_EQ(one.Quality(), other.Quality());
+  EXPECT_EQ(one.BlendEnabled(), other.BlendEnabled());
+  EXPECT_EQ(one.Original(), other.Original());
+  EXPECT_EQ(one.Enciphered(), other.Enciphered());
+  EXPECT_EQ(one.VertexShaderPaths(), other.VertexShaderPaths());
+  EXPECT_EQ(one.input_names(), other.input_names());
 }
 
 TEST_F(DescriptionSchemaTest, RefusesWhatCheckFindsAndAcceptsTheRest) {
