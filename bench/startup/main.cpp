@@ -1,5 +1,5 @@
-// startup_bench EMPTY_LIBRARY PLUGIN: prints the milliseconds, first use in this process, of loading
-// an empty library, of loading the plug-in, and of StartupKRV.
+// startup_bench EMPTY_LIBRARY PLUGIN: prints the milliseconds, first use in this process, of
+// loading an empty library, of loading the plug-in, and of StartupKRV.
 #include <windows.h>
 
 #include <cstdio>
