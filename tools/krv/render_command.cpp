@@ -73,6 +73,9 @@ int Render(const RenderArguments& arguments) {
   std::string error;
   const auto session = OpenSession(arguments, options, &error);
   if (session == nullptr) return UsageError(error);
+  if (!options.mask.empty() && !session->WantsPersonMask()) {
+    return UsageError("--mask: effect \"" + arguments.effect + "\" follows nobody");
+  }
   return RenderInto(options, &input, session.get());
 }
 
@@ -80,6 +83,9 @@ void AddInputOptions(CLI::App& command, RenderArguments* arguments) {
   command.add_option("INPUT", arguments->inputs, "A video with sound, or sound alone")->required();
   command.add_option("--background", arguments->background,
                      "Behind sound alone: a colour #RRGGBB or a picture (default: #12141C)");
+  command.add_option("--mask", arguments->mask,
+                     "A matte, video or picture, for effects that follow a person: white, or "
+                     "opaque where it has transparency, is the person");
   command.add_option("--size", arguments->size,
                      "Of the background, WIDTHxHEIGHT (default: the picture's, or 1920x1080)");
   command.add_option("--fps", arguments->rate,

@@ -79,6 +79,7 @@ RenderInput::RenderInput(const RenderOptions& options)
     : frames_(options.frames), transparent_(options.transparent), next_(options.frames.first) {
   const ChosenFiles files = ChooseFiles(options.inputs);
   audio_path_ = files.audio;
+  if (!options.mask.empty()) matte_.emplace(options.mask, next_);
   if (files.video.empty()) {
     still_ = true;
     pictures_ = MakeBackground(options);
@@ -110,6 +111,7 @@ int64_t RenderInput::ExpectedFrames() const {
 bool RenderInput::Read(RenderJob* job) {
   if (frames_.end && next_ >= *frames_.end) return false;
   if (!pictures_->Read(transparent_ ? nullptr : &job->input)) return false;
+  if (matte_) matte_->Read(&job->mask);
   job->span = host::SamplesOfFrame(next_, video().rate, sound_->sample_rate());
   const int64_t heard = sound_->Read(job->span.first, job->span.count, &job->samples);
   if (still_ && heard == 0) return false;

@@ -11,6 +11,7 @@
 #include "media/audio_reader.h"
 #include "media/audio_timeline.h"
 #include "media/frame_source.h"
+#include "media/matte_reader.h"
 #include "render_options.h"
 
 namespace krv::tool {
@@ -19,6 +20,7 @@ namespace krv::tool {
 struct RenderJob {
   int64_t index = 0;
   host::Picture input;           // 0 x 0 for a transparent one
+  host::Picture mask;            // of the person; 0 x 0 for none
   std::vector<int16_t> samples;  // interleaved
   host::SampleSpan span;         // of the samples, on the timeline
   host::Picture output;
@@ -46,6 +48,7 @@ class RenderInput {
   std::filesystem::path audio_path_;
   std::unique_ptr<host::FrameSource> pictures_;
   std::optional<host::AudioReader> sound_;
+  std::optional<host::MatteReader> matte_;
   FrameRange frames_;
   bool transparent_;
   bool still_ = false;  // the pictures do not end, the sound does

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <string>
 
+#include "media/picture_mask.h"
+
 namespace krv::tool {
 namespace {
 
@@ -40,8 +42,14 @@ void RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
   request.audio = {job->samples.data(), static_cast<int32_t>(job->span.count),
                    static_cast<uint32_t>(audio.channels), audio.sample_rate, job->span.first};
   job->output.Resize(video.width, video.height);
+  const bool has_mask = job->mask.width() > 0;
+  host::PictureMask mask(&job->mask);
+  if (has_mask) session->SetPersonMask(&mask);
   std::string error;
-  if (!session->RenderFrame(request, job->output.Row(0), job->output.stride(), &error)) {
+  const bool rendered =
+      session->RenderFrame(request, job->output.Row(0), job->output.stride(), &error);
+  if (has_mask) session->SetPersonMask(nullptr);
+  if (!rendered) {
     throw EffectError("frame " + std::to_string(job->index) + ": " + error);
   }
 }

@@ -123,7 +123,9 @@ void CheckFiles(const RenderOptions& options) {
     }
     CheckFolderOf(options.report);
   }
-  for (const fs::path& input : options.inputs) {
+  std::vector<fs::path> inputs = options.inputs;
+  inputs.push_back(options.mask);
+  for (const fs::path& input : inputs) {
     if (host::platform::IsSameFile(input, options.output)) {
       throw MediaError(host::Utf8(options.output) + ": is an input, too");
     }
@@ -145,6 +147,7 @@ RenderOptions ParseRenderOptions(const RenderArguments& arguments) {
   options.frames = ParseFrames(arguments.frames);
   options.device = ParseDevice(arguments.device);
   options.report = host::PathFromUtf8(arguments.report);
+  options.mask = host::PathFromUtf8(arguments.mask);
   ParseBackground(arguments.background, &options);
   ParseQuality(arguments, &options);
   CheckFiles(options);

@@ -24,6 +24,7 @@ struct RenderArguments {
   std::vector<std::string> parameters;  // name=value
   std::string output;
   std::string background;
+  std::string mask;
   std::string size;
   std::string rate;
   std::string frames;
@@ -58,6 +59,7 @@ struct RenderOptions {
   std::filesystem::path background_picture;  // empty for a colour
   BackgroundColour background_colour;
   bool background_given = false;
+  std::filesystem::path mask;  // a matte; empty for none
   std::optional<host::PictureSize> size;
   std::optional<host::FrameRate> rate;
   FrameRange frames;
