@@ -108,8 +108,10 @@ TEST_F(GalleryProgram, AnInterruptLeavesTheOlderGallery) {
   for (const char* name : {"a", "b", "c", "d", "e", "f"}) {
     WritePackage(std::string("packages/") + name, std::string("fx.") + name, kWhite);
   }
-  test::Process program(KRV_PROGRAM, "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" +
-                                         Utf8(Path("out")) + "\"");
+  test::Process program(
+      KRV_PROGRAM,
+      "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" + Utf8(Path("out")) + "\"",
+      test::Interruptible::kYes);
   for (int i = 0; i < 6000 && !platform::IsFolder(Path("out")); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
