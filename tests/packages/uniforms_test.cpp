@@ -2,8 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <cstring>
-#include <fstream>
-#include <regex>
+#include <sstream>
 
 #include "packages/package_scene.h"
 #include "packages/uniform_table.h"
@@ -113,12 +112,14 @@ class UniformTableTest : public ::testing::TestWithParam<const char*> {
 TEST_P(UniformTableTest, HoldsExactlyTheUniformsThatTheShaderDeclares) {
   const auto found = FindBuiltinShader(GetParam());
   ASSERT_TRUE(found.has_value());
-  const std::string source(*found);
+  std::istringstream source{std::string(*found)};
   std::map<std::string, std::string> declared;
-  const std::regex declaration("\nuniform ([a-zA-Z0-9]+) ([a-zA-Z0-9_]+);");
-  for (std::sregex_iterator match(source.begin(), source.end(), declaration), end; match != end;
-       ++match) {
-    declared.emplace((*match)[2], (*match)[1]);
+  for (std::string line; std::getline(source, line);) {
+    std::istringstream words(line);
+    std::string keyword, type, name;
+    if (words >> keyword >> type >> name && keyword == "uniform") {
+      declared.emplace(name.substr(0, name.find(';')), type);
+    }
   }
   EXPECT_THAT(declared, UnorderedElementsAreArray(shader_.uniforms));
 }
