@@ -68,6 +68,13 @@ TEST_F(GalleryProgram, EveryPackageIsACardByNameAndAPictureOfTheSheet) {
   }
 }
 
+TEST_F(GalleryProgram, EffectsThatFollowAPersonHaveOne) {
+  WritePackage("packages/a", "fx.a", kWhite, R"("input_list": ["human_segment"], "params": [])");
+  const test::ProgramOutcome outcome = Gallery();
+  EXPECT_EQ(outcome.code, 0) << outcome.error_output;
+  EXPECT_EQ(Count(Page(), "<article"), 1u);
+}
+
 TEST_F(GalleryProgram, ABrokenPackageIsReportedAndTheOthersGoIn) {
   WritePackage("packages/a", "fx.a", kWhite);
   WritePackage("packages/b", "fx.b", kBroken);

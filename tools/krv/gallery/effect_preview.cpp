@@ -5,6 +5,7 @@
 #include <sstream>
 #include <utility>
 
+#include "gallery/gallery_person.h"
 #include "media/media_error.h"
 #include "media/media_writer.h"
 #include "platform/file_system.h"
@@ -46,7 +47,13 @@ std::optional<EffectPreview> RenderPreview(GalleryClip* clip, host::EffectSessio
   host::MediaWriter writer(scratch, settings);
   EffectPreview preview;
   double most_change = -1;
-  for (RenderJob& job : clip->frames) {
+  const double rate = clip->video.rate.PerSecond();
+  for (RenderJob& frame : clip->frames) {
+    RenderJob with_person;
+    if (session->WantsPersonMask()) {
+      with_person = WithPerson(frame, static_cast<double>(frame.index) / rate);
+    }
+    RenderJob& job = session->WantsPersonMask() ? with_person : frame;
     RenderFrame(clip->video, clip->audio, session, &job);
     writer.Write(job.output, job.samples);
     const double change = Difference(job.input, job.output);
