@@ -18,7 +18,7 @@ constexpr int kFilterSide = 160;  // pixels
 cv::Mat HostPersonMask(EffectContext& context) {
   PersonMaskSource* source = nullptr;
   const int32_t code =
-      context.QueryProperty(kPersonMaskProperty, kPropertyPointer, &source, sizeof(source));
+      context.QueryProperty(kPersonMaskProperty, kPropertyPointer, &source, sizeof(void*));
   if (code != kOk || source == nullptr) return {};
   uint8_t* pixels = nullptr;
   int32_t width = 0;
