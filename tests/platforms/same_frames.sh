@@ -20,15 +20,20 @@ cd "$scratch"
 # Lossless, so that no decoder comes between the two.
 "$linux/krv_demo_clip" clip.mp4
 ffmpeg -nostdin -v error -i clip.mp4 -t 1 -vf scale=480:270 -c:v ffv1 -c:a pcm_s16le clip.mkv
+ffmpeg -nostdin -v error -f lavfi -i color=black:s=480x270 -frames:v 1 \
+  -vf "geq=lum='255*lt(hypot(X-240,(Y-150)/1.6),80)':cb=128:cr=128" person.png
 
 pixels() { ffmpeg -nostdin -v error -start_number "$first" -i "$1/frame_%06d.png" -f rawvideo -pix_fmt rgba -; }
 
 failures=0
 compared=0
-"$linux/krv" list --json >list.json
-for effect in $(sed -n 's/.*"unique_name": "\([^"]*\)".*/\1/p' list.json); do
+for description in "$linux"/packages/*/description.json; do
+  effect=$(sed -n 's/.*"unique_name": "\([^"]*\)".*/\1/p' "$description")
+  person=()
+  ! grep -q '"human_segment"' "$description" || person=(--mask person.png)
   for device in memory gpu; do
-    options=(clip.mkv --effect "$effect" --device "$device" --frames "$first:$((first + count))")
+    options=(clip.mkv --effect "$effect" --device "$device" "${person[@]}"
+      --frames "$first:$((first + count))")
     mkdir -p "linux/$effect" "windows/$effect"
     "$linux/krv" render "${options[@]}" -o "linux/$effect/$device/" 2>linux.log ||
       { cat linux.log; exit 1; }
