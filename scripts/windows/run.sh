@@ -19,13 +19,18 @@ if [ ! -f "$WINEPREFIX/.krv-ready" ]; then
   "$wine" wineboot -i >/dev/null 2>&1 9>&-
   touch "$WINEPREFIX/.krv-ready"
 fi
+here=$root/scripts/windows
+launcher=$WINEPREFIX/launch.exe
+if [ ! "$launcher" -nt "$here/launch.c" ]; then
+  x86_64-w64-mingw32-gcc-posix -O1 -static -o "$launcher" "$here/launch.c"
+fi
 exec 9>&-
 
 # Into files: Wine's helper processes outlive the program and would keep a pipe open.
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
 code=0
-"$wine" "$@" >"$out/stdout" 2>"$out/stderr" || code=$?
+"$wine" "$launcher" "$@" >"$out/stdout" 2>"$out/stderr" || code=$?
 cat "$out/stdout"
 cat "$out/stderr" >&2
 exit "$code"

@@ -60,6 +60,22 @@ std::wstring Quoted(const std::string& argument) {
   return Wide(quoted + "\"");
 }
 
+// Starts a program. On a busy machine Wine fails at it now and then, with an error of its own.
+bool Create(const std::wstring& line, DWORD console, STARTUPINFOW& startup,
+            PROCESS_INFORMATION& started) {
+  constexpr int kAttempts = 5;
+  constexpr DWORD kPauseMilliseconds = 200;
+  for (int attempt = 1;; ++attempt) {
+    std::wstring changeable = line;  // by the call
+    if (CreateProcessW(nullptr, changeable.data(), nullptr, nullptr, TRUE, console, nullptr,
+                       nullptr, &startup, &started)) {
+      return true;
+    }
+    if (GetLastError() != ERROR_INTERNAL_ERROR || attempt == kAttempts) return false;
+    Sleep(kPauseMilliseconds);
+  }
+}
+
 }  // namespace
 
 void Process::Start(const std::string& program, const std::vector<std::string>& arguments,
@@ -80,8 +96,7 @@ void Process::Start(const std::string& program, const std::vector<std::string>& 
   PROCESS_INFORMATION started = {};
   // With a console of its own Interrupt reaches no other program.
   const DWORD console = interruptible == Interruptible::kYes ? CREATE_NO_WINDOW : DETACHED_PROCESS;
-  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, console, nullptr, nullptr,
-                      &startup, &started)) {
+  if (!Create(line, console, startup, started)) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), program);
   }
   CloseHandle(started.hThread);
