@@ -41,6 +41,11 @@ class Discovery : public BoundaryTest {
     return folders;
   }
 
+  // As the walk spells the path.
+  std::string DescriptionPath(const std::string& package) const {
+    return packages_.text() + '/' + package + "/description.json";
+  }
+
   std::string ExpectedLogLine(const std::string& name, const std::string& path) const {
     return "<audio_visual> Register Effect [" + name + "] from path : " + path + "\n";
   }
@@ -228,7 +233,9 @@ TEST_F(Discovery, InvalidJsonEndsTheCallWithTheParsersErrorAndKeepsWhatCameBefor
   ASSERT_THAT(host_.log, SizeIs(1));
   EXPECT_EQ(host_.log[0].level, 4);
   EXPECT_EQ(host_.log[0].format, "<audio_visual> %s");
-  EXPECT_EQ(host_.log[0].text, "<audio_visual> " + parse_error);
+  EXPECT_EQ(
+      host_.log[0].text,
+      "<audio_visual> " + DescriptionPath(Utf8Text(folders[1].filename())) + ": " + parse_error);
   EXPECT_THAT(registrar_.calls, IsEmpty());
   EXPECT_TRUE(CanCreate(Unique("first")));
   EXPECT_FALSE(CanCreate(Unique("third")));
@@ -246,6 +253,14 @@ TEST_F(Discovery, WronglyTypedParameterEndsTheCallWithTheLibrarysError) {
   EXPECT_EQ(host_.log[0].level, 4);
   EXPECT_THAT(host_.log[0].text, ::testing::HasSubstr("type must be number, but is string"));
   EXPECT_FALSE(CanCreate(Unique("effect")));
+}
+
+TEST_F(Discovery, DescriptionBeyondALimitEndsTheCallWithTheFileAndTheReason) {
+  WritePackage("package", std::string(100'000, '['));
+  EXPECT_EQ(Register(), 4);
+  ASSERT_THAT(host_.log, SizeIs(1));
+  EXPECT_EQ(host_.log[0].text, "<audio_visual> " + DescriptionPath("package") +
+                                   ": lists and objects lie in one another more than 64 deep");
 }
 
 TEST_F(Discovery, ErrorOfTheWalkKeepsWhatWasFoundBefore) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -35,72 +36,110 @@ class ShaderFile : public testing::Test {
     return {text.begin(), text.end()};
   }
 
+  std::optional<std::string> Load(const std::string& path, bool enciphered) const {
+    return LoadShaderFile(path, folder_.string(), enciphered);
+  }
+
+  // The text of the error that loading raises; empty when it raises none.
+  std::string ErrorOf(const std::string& path) const {
+    try {
+      Load(path, false);
+    } catch (const std::runtime_error& error) {
+      return error.what();
+    }
+    return {};
+  }
+
   std::filesystem::path folder_;
 };
 
 TEST_F(ShaderFile, PlainFileIsReadWhole) {
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", kSource), false), kSource);
+  EXPECT_EQ(Load(Write(u8"a.glsl", kSource), false), kSource);
 }
 
 TEST_F(ShaderFile, LargeFileIsReadWhole) {
   std::string large;
   while (large.size() < 3'000'000) large += kSource;
-  EXPECT_EQ(LoadShaderFile(Write(u8"large.glsl", large), false), large);
-  EXPECT_EQ(LoadShaderFile(Write(u8"large.krv", Encipher(large)), true), large);
+  EXPECT_EQ(Load(Write(u8"large.glsl", large), false), large);
+  EXPECT_EQ(Load(Write(u8"large.krv", Encipher(large)), true), large);
 }
 
 TEST_F(ShaderFile, EncipheredFileGivesItsText) {
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", Encipher(kSource)), true), kSource);
+  EXPECT_EQ(Load(Write(u8"a.glsl", Encipher(kSource)), true), kSource);
 }
 
 TEST_F(ShaderFile, EncipheredFileReadAsPlainStaysEnciphered) {
   const std::string file = Encipher(kSource);
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", file), false), file);
+  EXPECT_EQ(Load(Write(u8"a.glsl", file), false), file);
 }
 
 TEST_F(ShaderFile, PlainFileOfAnEncipheredPackageFails) {
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", kSource), true), std::nullopt);
-  EXPECT_EQ(LoadShaderFile(Write(u8"long.glsl", std::string(1000, ' ')), true), std::nullopt);
+  EXPECT_EQ(Load(Write(u8"a.glsl", kSource), true), std::nullopt);
+  EXPECT_EQ(Load(Write(u8"long.glsl", std::string(1000, ' ')), true), std::nullopt);
 }
 
 TEST_F(ShaderFile, DamagedEncipheredFileFails) {
   std::string file = Encipher(kSource);
   file.back() = static_cast<char>(file.back() ^ 1);
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", file), true), std::nullopt);
+  EXPECT_EQ(Load(Write(u8"a.glsl", file), true), std::nullopt);
 }
 
 TEST_F(ShaderFile, LineEndsAndZeroBytesAreKept) {
   constexpr std::string_view kMixed("a\r\nb\rc\n\x1a\0\xff\r\n", 11);
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", kMixed), false), kMixed);
-  EXPECT_EQ(LoadShaderFile(Write(u8"b.glsl", Encipher(kMixed)), true), kMixed);
+  EXPECT_EQ(Load(Write(u8"a.glsl", kMixed), false), kMixed);
+  EXPECT_EQ(Load(Write(u8"b.glsl", Encipher(kMixed)), true), kMixed);
 }
 
 TEST_F(ShaderFile, MissingFileFails) {
-  EXPECT_EQ(LoadShaderFile(folder_.string() + "/missing.glsl", false), std::nullopt);
-  EXPECT_EQ(LoadShaderFile(folder_.string() + "/missing.glsl", true), std::nullopt);
-  EXPECT_EQ(LoadShaderFile(folder_.string() + "/missing/a.glsl", false), std::nullopt);
-  EXPECT_EQ(LoadShaderFile("", false), std::nullopt);
+  EXPECT_EQ(Load(folder_.string() + "/missing.glsl", false), std::nullopt);
+  EXPECT_EQ(Load(folder_.string() + "/missing.glsl", true), std::nullopt);
+  EXPECT_EQ(Load(folder_.string() + "/missing/a.glsl", false), std::nullopt);
+  EXPECT_EQ(Load("", false), std::nullopt);
 }
 
 TEST_F(ShaderFile, FolderFails) {
-  EXPECT_EQ(LoadShaderFile(folder_.string(), false), std::nullopt);
-  EXPECT_EQ(LoadShaderFile(folder_.string() + "\\", false), std::nullopt);
+  EXPECT_EQ(Load(folder_.string(), false), std::nullopt);
+  EXPECT_EQ(Load(folder_.string() + "\\", false), std::nullopt);
 }
 
 TEST_F(ShaderFile, EmptyFileFails) {
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", ""), false), std::nullopt);
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", ""), true), std::nullopt);
-  EXPECT_EQ(LoadShaderFile(Write(u8"a.glsl", Encipher("")), true), std::nullopt);
+  EXPECT_EQ(Load(Write(u8"a.glsl", ""), false), std::nullopt);
+  EXPECT_EQ(Load(Write(u8"a.glsl", ""), true), std::nullopt);
+  EXPECT_EQ(Load(Write(u8"a.glsl", Encipher("")), true), std::nullopt);
 }
 
 TEST_F(ShaderFile, BackslashesSeparateFolders) {
   Write(u8"shaders/deep/a.glsl", kSource);
-  EXPECT_EQ(LoadShaderFile(folder_.string() + "\\shaders\\deep\\a.glsl", false), kSource);
-  EXPECT_EQ(LoadShaderFile(folder_.string() + "\\shaders/deep\\a.glsl", false), kSource);
+  EXPECT_EQ(Load(folder_.string() + "\\shaders\\deep\\a.glsl", false), kSource);
+  EXPECT_EQ(Load(folder_.string() + "\\shaders/deep\\a.glsl", false), kSource);
 }
 
 TEST_F(ShaderFile, PathsMayHoldSpacesAndAnyLetters) {
-  EXPECT_EQ(LoadShaderFile(Write(u8"Ä effect für 音楽/my shader ♫.glsl", kSource), false), kSource);
+  EXPECT_EQ(Load(Write(u8"Ä effect für 音楽/my shader ♫.glsl", kSource), false), kSource);
+}
+
+TEST_F(ShaderFile, FileOfFourMebibytesIsTheLargest) {
+  const std::string largest(size_t{4} << 20, ' ');
+  EXPECT_EQ(Load(Write(u8"a.glsl", largest), false), largest);
+  const std::string path = Write(u8"b.glsl", largest + ' ');
+  EXPECT_EQ(ErrorOf(path), path + ": the file is larger than 4194304 bytes");
+}
+
+TEST_F(ShaderFile, FileOutsideOfThePackageIsRefused) {
+  Write(u8"outside.glsl", kSource);
+  Write(u8"package two/a.glsl", kSource);
+  Write(u8"package/inside.glsl", kSource);
+  const std::string package = folder_.string() + "/package";
+  EXPECT_EQ(LoadShaderFile(package + "\\..\\package\\inside.glsl", package, false), kSource);
+  for (const char* file : {"\\..\\outside.glsl", "/../outside.glsl", "\\..\\package two\\a.glsl"}) {
+    EXPECT_THROW(LoadShaderFile(package + file, package, false), std::runtime_error) << file;
+  }
+}
+
+TEST_F(ShaderFile, PackageNamedByAWayAroundIsStillItsOwnFolder) {
+  Write(u8"package/inside.glsl", kSource);
+  const std::string package = folder_.string() + "/package/../package";
+  EXPECT_EQ(LoadShaderFile(package + "\\inside.glsl", package, false), kSource);
 }
 
 TEST(PackageCipher, TextsComeBack) {

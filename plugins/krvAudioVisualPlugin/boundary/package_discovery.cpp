@@ -1,5 +1,6 @@
 #include "boundary/package_discovery.h"
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,11 @@ std::shared_ptr<const EffectDescription> RegisterPackagesUnder(std::string_view 
 
 std::shared_ptr<const EffectDescription> RegisterPackage(std::string_view description_path) {
   auto description = std::make_shared<EffectDescription>();
-  description->LoadDescription(description_path);
+  try {
+    description->LoadDescription(description_path);
+  } catch (const std::exception& error) {
+    throw std::runtime_error(std::string(description_path) + ": " + error.what());
+  }
   if (description->json().empty()) return nullptr;
   return PluginRegistry::Instance().AddEffect(std::move(description));
 }

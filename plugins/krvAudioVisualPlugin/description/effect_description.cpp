@@ -1,5 +1,7 @@
 #include "description/effect_description.h"
 
+#include "description/description_document.h"
+#include "description/package_limits.h"
 #include "krv/types.h"
 #include "platform/file_system.h"
 
@@ -28,9 +30,12 @@ std::string_view FolderOf(std::string_view path) {
 }  // namespace
 
 int32_t EffectDescription::LoadDescription(std::string_view path) {
-  const auto text = platform::ReadFile(path);
-  if (!text) return kFailed;
-  json_ = json::parse(*text);
+  const auto text = platform::ReadFile(path, kLargestPackageFile);
+  return text ? ReadDescription(*text, path) : kFailed;
+}
+
+int32_t EffectDescription::ReadDescription(std::string_view text, std::string_view path) {
+  json_ = ParseDocument(text);
   package_folder_ = FolderOf(path);
   if (!HasText(json_, "effect_type", "audio_visualization")) {
     json_ = nullptr;

@@ -31,8 +31,11 @@ class EffectDescription {
 
   // Reads the file at the full UTF-8 path of a "description.json". 0, or 4 when the file cannot be
   // opened or describes another type of effect: json() is then null. Raises the JSON library's
-  // error when the file is not valid JSON or holds wrong JSON types.
+  // error when the file is not valid JSON or holds wrong JSON types, and std::length_error when it
+  // is beyond a limit of package_limits.h.
   int32_t LoadDescription(std::string_view path);
+  // The same with the contents of that file.
+  int32_t ReadDescription(std::string_view text, std::string_view path);
 
   std::string UniqueName() const;   // empty when absent
   std::string DisplayName() const;  // empty when absent

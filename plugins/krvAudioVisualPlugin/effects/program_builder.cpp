@@ -24,13 +24,14 @@ std::optional<std::string> FragmentSource(const EffectDescription& description,
   if (description.Version().empty()) {
     if (const auto source = FindBuiltinShader(BaseName(path))) return std::string(*source);
   }
-  return LoadShaderFile(path, description.Enciphered());
+  return LoadShaderFile(path, description.package_folder(), description.Enciphered());
 }
 
 std::optional<std::string> VertexSource(const EffectDescription& description) {
   const std::vector<std::string> paths = description.VertexShaderPaths();
   if (paths.empty()) return std::string();
-  auto source = LoadShaderFile(paths.front(), description.Enciphered());
+  auto source =
+      LoadShaderFile(paths.front(), description.package_folder(), description.Enciphered());
   if (!source) LogToHost(kLogError, "Decode file error : %s", paths.front().c_str());
   return source;
 }
@@ -44,7 +45,7 @@ std::shared_ptr<PXProgram> BuildBlend(const EffectDescription& description,
     if (program == nullptr) LogToHost(kLogError, "Create blend program error : %s", "default");
     return program;
   }
-  auto source = LoadShaderFile(path, description.Enciphered());
+  auto source = LoadShaderFile(path, description.package_folder(), description.Enciphered());
   if (!source) {
     LogToHost(kLogError, "Decode blend file error : %s", path.c_str());
     return nullptr;

@@ -18,16 +18,28 @@ fs::path NativePath(std::string_view utf8_path) {
 
 }  // namespace
 
-std::optional<std::string> ReadFile(std::string_view utf8_path) {
+std::optional<std::string> ReadFile(std::string_view utf8_path, size_t most_bytes) {
   const fs::path path = NativePath(utf8_path);
   std::error_code error;
   if (!fs::is_regular_file(path, error)) return std::nullopt;
   const std::uintmax_t size = fs::file_size(path, error);
   if (error) return std::nullopt;
+  if (size > most_bytes) ThrowTooLarge(most_bytes);
   std::ifstream file(path, std::ios::binary);
   std::string contents(static_cast<size_t>(size), '\0');
   if (!file.read(contents.data(), static_cast<std::streamsize>(size))) return std::nullopt;
   return contents;
+}
+
+bool IsBelow(std::string_view utf8_path, std::string_view utf8_folder) {
+  std::error_code error;
+  const fs::path path = fs::canonical(NativePath(utf8_path), error);
+  if (error) return false;
+  const fs::path folder = fs::canonical(NativePath(utf8_folder), error);
+  if (error) return false;
+  return path != folder &&
+         std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first ==
+             folder.end();
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(std::string_view utf8_path) {

@@ -30,6 +30,20 @@ FileHandle OpenFile(std::string_view utf8_path) {
   return GetFileType(file) == FILE_TYPE_DISK ? std::move(opened) : nullptr;
 }
 
+// The path without links, as the system writes it; empty when there is no such file or folder. A
+// drive that cannot tell, as some memory disks, has no links either.
+std::wstring FinalPath(std::string_view utf8_path) {
+  const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE opened = CreateFileW(ExtendedPath(utf8_path).c_str(), 0, share, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return {};
+  const FileHandle file(opened);
+  std::wstring path(GetFinalPathNameByHandleW(file.get(), nullptr, 0, 0), L'\0');
+  path.resize(
+      GetFinalPathNameByHandleW(file.get(), path.data(), static_cast<DWORD>(path.size()), 0));
+  return path.empty() ? ExtendedPath(utf8_path) : path;
+}
+
 bool ReadWhole(HANDLE file, std::string& contents) {
   constexpr size_t kMostAtOnce = size_t{1} << 30;
   for (size_t done = 0; done < contents.size();) {
@@ -54,13 +68,21 @@ bool IsFolder(const WIN32_FIND_DATAW& found) {
 
 }  // namespace
 
-std::optional<std::string> ReadFile(std::string_view utf8_path) {
+std::optional<std::string> ReadFile(std::string_view utf8_path, size_t most_bytes) {
   const FileHandle file = OpenFile(utf8_path);
   LARGE_INTEGER size;
   if (file == nullptr || !GetFileSizeEx(file.get(), &size)) return std::nullopt;
-  std::string contents(static_cast<size_t>(size.QuadPart), '\0');
+  const auto bytes = static_cast<uint64_t>(size.QuadPart);
+  if (bytes > most_bytes) ThrowTooLarge(most_bytes);
+  std::string contents(static_cast<size_t>(bytes), '\0');
   if (!ReadWhole(file.get(), contents)) return std::nullopt;
   return contents;
+}
+
+bool IsBelow(std::string_view utf8_path, std::string_view utf8_folder) {
+  const std::wstring path = FinalPath(utf8_path);
+  const std::wstring folder = FinalPath(utf8_folder);
+  return !path.empty() && !folder.empty() && path.starts_with(folder + L'\\');
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(std::string_view utf8_path) {
