@@ -1,11 +1,14 @@
 #!/usr/bin/env bash
-# setup.sh [PRESET]: installs the Debian packages that the project needs, for the preset `windows`
-# those of its cross build and its tests as well. Does nothing when all are there.
+# setup.sh [PRESET]: installs the Debian packages that the project needs, for the presets
+# `windows` and `fuzz` those that they need beyond these as well. Does nothing when all are there.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 lists=(scripts/packages.txt)
-[ "${1:-}" != windows ] || lists+=(scripts/windows/packages.txt)
+case "${1:-}" in
+  windows) lists+=(scripts/windows/packages.txt) ;;
+  fuzz) lists+=(tests/fuzz/packages.txt) ;;
+esac
 mapfile -t wanted < <(grep -hv '^#' "${lists[@]}")
 missing=()
 for package in "${wanted[@]}"; do

@@ -25,7 +25,7 @@ KRVAudioVisual::~KRVAudioVisual() {
 }
 
 void* KRVAudioVisual::Destroy(uint32_t flags) {
-  this->~KRVAudioVisual();
+  this->KRVAudioVisual::~KRVAudioVisual();
   if ((flags & 1) != 0) ::operator delete(this);
   return this;  // NOLINT(clang-analyzer-cplusplus.NewDelete): the address alone
 }

@@ -37,7 +37,7 @@ KRVAudioVisual3dGeometry::KRVAudioVisual3dGeometry(
       projection_(kProjection) {}
 
 void* KRVAudioVisual3dGeometry::Destroy(uint32_t flags) {
-  this->~KRVAudioVisual3dGeometry();
+  this->KRVAudioVisual3dGeometry::~KRVAudioVisual3dGeometry();
   if ((flags & 1) != 0) ::operator delete(this);
   return this;  // NOLINT(clang-analyzer-cplusplus.NewDelete): the address alone
 }

@@ -31,7 +31,7 @@ KRVAudioVisualMaskShape::KRVAudioVisualMaskShape(
     : KRVAudioVisual(std::move(description)) {}
 
 void* KRVAudioVisualMaskShape::Destroy(uint32_t flags) {
-  this->~KRVAudioVisualMaskShape();
+  this->KRVAudioVisualMaskShape::~KRVAudioVisualMaskShape();
   if ((flags & 1) != 0) ::operator delete(this);
   return this;  // NOLINT(clang-analyzer-cplusplus.NewDelete): the address alone
 }
