@@ -131,6 +131,13 @@ std::unique_ptr<TextureFrame> TextureFrame::Create(int32_t width, int32_t height
              " pixels of type " + std::to_string(pixel_type);
     return nullptr;
   }
+  GLint largest = 0;
+  glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+  if (width > largest || height > largest) {
+    *error = "no texture of " + std::to_string(width) + " x " + std::to_string(height) +
+             " pixels: OpenGL's largest here is " + std::to_string(largest) + " a side";
+    return nullptr;
+  }
   DrainGlErrors();
   GLuint texture = 0;
   glGenTextures(1, &texture);

@@ -7,22 +7,12 @@
 #include <stdexcept>
 #include <utility>
 
-#include "plugin_library.h"
+#include "effects/plugin_under_test.h"
 #include "registrar.h"
 #include "support/file_system.h"
 
 namespace krv::test {
 namespace {
-
-const host::PluginLibrary& Library() {
-  static const auto library = [] {
-    std::string error;
-    auto loaded = host::PluginLibrary::Load(KRV_PLUGIN_FILE, &error);
-    if (loaded == nullptr) throw std::runtime_error(error);
-    return loaded;
-  }();
-  return *library;
-}
 
 std::unique_ptr<host::GlContext> MakeContext() {
   std::string error;
@@ -148,7 +138,9 @@ int32_t TestContext::QueryProperty(const char* name, int32_t type, void* result,
   return kOk;
 }
 
-void EffectDeleter::operator()(KRVEffect* effect) const { Library().release_effect(effect); }
+void EffectDeleter::operator()(KRVEffect* effect) const {
+  PluginUnderTest().release_effect(effect);
+}
 
 int32_t ProcessFrame(KRVEffect& effect, TestContext& context) {
   effect.ClearInputs();
@@ -157,7 +149,7 @@ int32_t ProcessFrame(KRVEffect& effect, TestContext& context) {
 
 EffectHost::EffectHost(host::DeviceUse device, const host::HostPaths& paths)
     : device_(device), gl_(MakeContext()), services_(device, paths) {
-  Library().startup(services_.context(), nullptr);
+  PluginUnderTest().startup(services_.context(), nullptr);
 }
 
 EffectHost::~EffectHost() { services_.DeleteReleasedFrames(); }
@@ -165,7 +157,7 @@ EffectHost::~EffectHost() { services_.DeleteReleasedFrames(); }
 void EffectHost::StartWithout(const std::set<std::string>& suites) {
   PickyProvider provider(*services_.context()->suites, suites);
   HostContext context{nullptr, &provider};
-  Library().startup(&context, nullptr);
+  PluginUnderTest().startup(&context, nullptr);
 }
 
 std::string EffectHost::Register(Package package) {
@@ -179,7 +171,8 @@ std::string EffectHost::Register(Package package) {
     folder.Write(package.folder / Utf8Path(name), text);
   }
   host::RecordingRegistrar registrar;
-  EXPECT_EQ(Library().register_effect_from_conf_path(folder.text().c_str(), &registrar), kOk);
+  EXPECT_EQ(PluginUnderTest().register_effect_from_conf_path(folder.text().c_str(), &registrar),
+            kOk);
   services_.TakeLog();
   return package.description["unique_name"];
 }
@@ -187,7 +180,7 @@ std::string EffectHost::Register(Package package) {
 Instance EffectHost::Create(const std::string& unique_name) {
   KRVEffect* effect = nullptr;
   const int32_t kind = device_ == host::DeviceUse::kGpu ? kDeviceKindGpu : kDeviceKindMemory;
-  if (Library().create_effect(unique_name.c_str(), kind, &effect) != kOk) {
+  if (PluginUnderTest().create_effect(unique_name.c_str(), kind, &effect) != kOk) {
     throw std::runtime_error("cannot create " + unique_name);
   }
   return Instance(effect);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "gl_context.h"
+#include "gl_messages.h"
 
 namespace krv::host {
 namespace {
@@ -84,6 +85,8 @@ class EglContext final : public GlContext {
     static std::once_flag loaded;
     static bool success = false;
     std::call_once(loaded, [] { success = gladLoadGL(eglGetProcAddress) != 0; });
+    if (success && !watched_) WatchGlMessages();
+    watched_ = true;
     return success;
   }
 
@@ -94,6 +97,7 @@ class EglContext final : public GlContext {
  private:
   EGLDisplay display_;
   EGLContext context_;
+  bool watched_ = false;
 };
 
 }  // namespace
@@ -121,6 +125,8 @@ std::unique_ptr<GlContext> GlContext::Create(Renderer renderer, std::string* err
                                  2,
                                  EGL_CONTEXT_OPENGL_PROFILE_MASK,
                                  EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT,
+                                 WantsGlMessages() ? EGL_CONTEXT_OPENGL_DEBUG : EGL_NONE,
+                                 EGL_TRUE,
                                  EGL_NONE};
   EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, context_wish);
   if (context == EGL_NO_CONTEXT) return fail("the driver has no OpenGL 3.2 compatibility context");

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "gl_context.h"
+#include "gl_messages.h"
 #include "platform/windows/system_message.h"
 
 namespace krv::host {
@@ -21,6 +22,8 @@ using CreateContextAttribs = HGLRC(WINAPI*)(HDC device, HGLRC share, const int* 
 // Of the extensions WGL_ARB_create_context and WGL_ARB_create_context_profile.
 constexpr int kContextMajorVersion = 0x2091;
 constexpr int kContextMinorVersion = 0x2092;
+constexpr int kContextFlags = 0x2094;
+constexpr int kDebugContext = 0x0001;
 constexpr int kContextProfileMask = 0x9126;
 constexpr int kCompatibilityProfile = 0x0002;
 
@@ -117,8 +120,15 @@ ContextPtr CreateContext(HDC device) {
   const auto create =
       reinterpret_cast<CreateContextAttribs>(FindFunction("wglCreateContextAttribsARB"));
   if (create == nullptr) return CurrentVersion() >= 32 ? std::move(plain) : nullptr;
-  const int wish[] = {kContextMajorVersion,  3, kContextMinorVersion, 2, kContextProfileMask,
-                      kCompatibilityProfile, 0};
+  const int wish[] = {kContextMajorVersion,
+                      3,
+                      kContextMinorVersion,
+                      2,
+                      kContextProfileMask,
+                      kCompatibilityProfile,
+                      kContextFlags,
+                      WantsGlMessages() ? kDebugContext : 0,
+                      0};
   return ContextPtr(create(device, nullptr, wish));
 }
 
@@ -140,6 +150,8 @@ class WglContext final : public GlContext {
     static std::once_flag loaded;
     static bool success = false;
     std::call_once(loaded, [] { success = gladLoadGL(FindFunction) != 0; });
+    if (success && !watched_) WatchGlMessages();
+    watched_ = true;
     return success;
   }
 
@@ -147,6 +159,7 @@ class WglContext final : public GlContext {
 
  private:
   ContextPtr context_;
+  bool watched_ = false;
 };
 
 }  // namespace

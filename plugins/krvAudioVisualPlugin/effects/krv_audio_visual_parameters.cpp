@@ -1,5 +1,6 @@
 // The host's parameter values become uniforms.
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 #include "effects/gradient.h"
@@ -45,7 +46,7 @@ void KRVAudioVisual::StoreGradient(const char* text) {
     const std::optional<cv::Mat> gradient = ParseGradient(text);
     if (!gradient) return;
     auto texture = CreateImage(*gradient, PixelLayout::kBgra);
-    if (texture == nullptr) return;
+    if (texture == nullptr) throw std::runtime_error("Gradient texture is null.");
     gradient_texture_ = std::move(texture);
     gradient_text_ = text;
   }

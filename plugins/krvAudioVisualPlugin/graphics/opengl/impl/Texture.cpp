@@ -48,6 +48,8 @@ class PackBuffer {
   explicit PackBuffer(size_t bytes) {
     glGenBuffers(1, &name_);
     CheckGl();
+    // Without a buffer, GL would write to the address that it is told as an offset: 0.
+    if (name_ == 0) return;
     glBindBuffer(GL_PIXEL_PACK_BUFFER, name_);
     CheckGl();
     glBufferData(GL_PIXEL_PACK_BUFFER, static_cast<GLsizeiptr>(bytes), nullptr, GL_STREAM_READ);
@@ -56,11 +58,14 @@ class PackBuffer {
   PackBuffer(const PackBuffer&) = delete;
   PackBuffer& operator=(const PackBuffer&) = delete;
   ~PackBuffer() {
+    if (name_ == 0) return;
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
     CheckGl();
     glDeleteBuffers(1, &name_);
     CheckGl();
   }
+
+  bool exists() const { return name_ != 0; }
 
   const void* Map() const {
     const void* mapped = glMapBuffer(GL_PIXEL_PACK_BUFFER, GL_READ_ONLY);
@@ -176,7 +181,8 @@ bool Texture::ReadBack(void* destination, int32_t stride) const {
   if (read) {
     const size_t row_bytes = RowBytes();
     const PackBuffer buffer(row_bytes * height_);
-    {
+    read = buffer.exists();
+    if (read) {
       const ScopedPixelStore store(ScopedPixelStore::Direction::kReadBack, 0);
       glReadPixels(0, 0, static_cast<GLsizei>(width_), static_cast<GLsizei>(height_), format_,
                    type_, nullptr);

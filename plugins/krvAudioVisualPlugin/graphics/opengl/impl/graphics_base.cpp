@@ -20,6 +20,8 @@ class VertexBuffer {
   VertexBuffer(const float* floats, uint64_t count, GLuint attribute, GLint floats_per_vertex)
       : attribute_(attribute) {
     glGenBuffers(1, &name_);
+    // Without a buffer, GL would read the corners from the host's memory.
+    if (name_ == 0) return;
     glBindBuffer(GL_ARRAY_BUFFER, name_);
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(count * sizeof(float)), floats,
                  GL_STATIC_DRAW);
@@ -31,10 +33,13 @@ class VertexBuffer {
   VertexBuffer(const VertexBuffer&) = delete;
   VertexBuffer& operator=(const VertexBuffer&) = delete;
   ~VertexBuffer() {
+    if (name_ == 0) return;
     glDisableVertexAttribArray(attribute_);
     glDeleteBuffers(1, &name_);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
   }
+
+  bool exists() const { return name_ != 0; }
 
  private:
   GLuint name_ = 0;
@@ -90,15 +95,18 @@ bool Graphics_Base::Render(const DrawDescription& draw) {
   glActiveTexture(GL_TEXTURE0);
   target->Bind();
   pool.BindFramebuffer(target->name());
-  const bool complete = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
-  if (complete) {
+  bool drawn = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+  if (drawn) {
     // Effects rely on starting from exactly this colour: green without opacity.
     glClearColor(0.0f, 1.0f, 0.0f, 0.0f);
     glClear(GL_COLOR_BUFFER_BIT);
     glViewport(0, 0, static_cast<GLsizei>(target->width()), static_cast<GLsizei>(target->height()));
-    glUseProgram(draw.program->name());
-    SetUniforms(draw);
-    DrawByMode(draw);
+    // A program that did not link, which was reported when it was made, draws nothing.
+    if (draw.program->linked()) {
+      glUseProgram(draw.program->name());
+      SetUniforms(draw);
+      drawn = DrawByMode(draw);
+    }
   }
   UnbindTextures(draw.textures.size());
   pool.UnbindFramebuffer(target->name());
@@ -106,21 +114,19 @@ bool Graphics_Base::Render(const DrawDescription& draw) {
   glUseProgram(0);
   glBindFramebuffer(GL_FRAMEBUFFER, 0);
   glActiveTexture(GL_TEXTURE0);
-  return complete;
+  return drawn;
 }
 
-void Graphics_Base::DrawByMode(const DrawDescription& draw) {
+bool Graphics_Base::DrawByMode(const DrawDescription& draw) {
   switch (draw.mode) {
     case DrawMode::kQuad:
-      DrawQuad(draw);
-      break;
+      return DrawQuad(draw);
     case DrawMode::kMesh:
-      DrawMesh(draw);
-      break;
+      return DrawMesh(draw);
     case DrawMode::kNone:
-      DrawNone(draw);
-      break;
+      return DrawNone(draw);
   }
+  return true;
 }
 
 std::shared_ptr<GL::Shader> Graphics_Base::CreateProgram(std::string& vertex_source,
@@ -161,6 +167,7 @@ bool Graphics_Base::DrawQuad(const DrawDescription& /*draw*/) {
   // The vertex shader's only attribute, the position, is attribute 0.
   constexpr float kCorners[] = {0, 1, 0, 0, 1, 1, 1, 0};
   const VertexBuffer corners(kCorners, std::size(kCorners), 0, 2);
+  if (!corners.exists()) return false;
   glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
   return true;
 }
@@ -168,9 +175,10 @@ bool Graphics_Base::DrawQuad(const DrawDescription& /*draw*/) {
 bool Graphics_Base::DrawMesh(const DrawDescription& draw) {
   const int32_t attribute = draw.program->AttributeLocation(draw.mesh_attribute);
   // Fewer floats than a triangle has would make the draw read past the buffer.
-  if (attribute < 0 || draw.mesh_float_count < 9) return false;
+  if (attribute < 0 || draw.mesh_float_count < 9) return true;
   const VertexBuffer mesh(draw.mesh_floats, draw.mesh_float_count, static_cast<GLuint>(attribute),
                           3);
+  if (!mesh.exists()) return false;
   glDrawArrays(GL_TRIANGLES, 0, 3);  // the first triangle alone, whatever the mesh holds
   return true;
 }

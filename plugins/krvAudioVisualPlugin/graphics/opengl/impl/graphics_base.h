@@ -38,7 +38,7 @@ class Graphics_Base final : public GraphicsImpl {
 
  private:
   GL::Texture* Target() const;
-  void DrawByMode(const DrawDescription& draw);
+  bool DrawByMode(const DrawDescription& draw);
 
   std::map<std::thread::id, GL::Texture*> targets_;  // not owned; never null
   std::mutex mutex_;                                 // guards targets_ and every draw

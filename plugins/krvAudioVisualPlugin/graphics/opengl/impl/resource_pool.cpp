@@ -74,6 +74,7 @@ uint32_t MakeWitness(uint64_t owner) {
   GLuint name = 0;
   glActiveTexture(GL_TEXTURE0);
   glGenTextures(1, &name);
+  if (name == 0) return 0;  // the next call makes another
   glBindTexture(GL_TEXTURE_2D, name);
   glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_LOD, WitnessMark(owner));
   glBindTexture(GL_TEXTURE_2D, 0);

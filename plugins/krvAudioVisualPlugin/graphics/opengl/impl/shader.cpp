@@ -91,14 +91,15 @@ void CheckStage(GLuint shader, const char* label) {
   Report(label, log.data());
 }
 
-void Link(GLuint program) {
+bool Link(GLuint program) {
   glLinkProgram(program);
   GLint linked = GL_FALSE;
   glGetProgramiv(program, GL_LINK_STATUS, &linked);
-  if (linked) return;
+  if (linked) return true;
   std::array<GLchar, kLogBytes> log{};
   glGetProgramInfoLog(program, kLogBytes, nullptr, log.data());
   Report("link status", log.data());
+  return false;
 }
 
 using ActiveQuery = void(GLAD_API_PTR*)(GLuint, GLuint, GLsizei, GLsizei*, GLint*, GLenum*,
@@ -181,7 +182,7 @@ std::shared_ptr<Shader> Shader::Compile(const std::string& vertex_source,
   if (shader->name_ != 0) {
     glAttachShader(shader->name_, vertex);
     glAttachShader(shader->name_, fragment);
-    Link(shader->name_);
+    shader->linked_ = Link(shader->name_);
     shader->ReadVariables();
   }
   glDeleteShader(vertex);

@@ -60,6 +60,7 @@ class Shader {
   ~Shader();
 
   uint32_t name() const { return name_; }
+  bool linked() const { return linked_; }
   const std::vector<ShaderVariable>& attributes() const { return attributes_; }
   const std::vector<ShaderVariable>& uniforms() const { return uniforms_; }
 
@@ -89,6 +90,7 @@ class Shader {
 
   uint32_t name_ = 0;
   uint64_t owner_ = 0;  // the context it lives in, as the pool counts contexts
+  bool linked_ = false;
   std::vector<ShaderVariable> uniforms_;
   std::vector<ShaderVariable> attributes_;
 };
