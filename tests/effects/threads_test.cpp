@@ -97,5 +97,32 @@ TEST(Threads, UniformsMayBeSetFromAnotherThreadDuringFrames) {
   setter.join();
 }
 
+TEST(Threads, InstancesInTwoContextsTakeUniformsFromAThirdThread) {
+  EffectHost host;
+  const std::string name = host.Register(TimedPackage());
+  const Instance first = host.Create(name);
+  const Instance second = host.Create(name);
+  std::atomic<int> running = 2;
+  std::vector<std::vector<uint8_t>> first_pictures;
+  std::vector<std::vector<uint8_t>> second_pictures;
+  std::thread first_thread([&] {
+    first_pictures = RenderedInAContextOfItsOwn(*first, 0);
+    --running;
+  });
+  std::thread second_thread([&] {
+    second_pictures = RenderedInAContextOfItsOwn(*second, 0);
+    --running;
+  });
+  for (int i = 0; running > 0; ++i) {
+    const ParameterValue value = Float(static_cast<float>(i));
+    first->SetUniform("unused", &value);
+    second->SetUniform("unused", &value);
+    std::this_thread::yield();
+  }
+  first_thread.join();
+  second_thread.join();
+  EXPECT_EQ(first_pictures, second_pictures);
+}
+
 }  // namespace
 }  // namespace krv::test

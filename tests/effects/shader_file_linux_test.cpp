@@ -1,7 +1,8 @@
-// Links in packages.
+// Links in packages, and files that end before their size.
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -46,6 +47,13 @@ TEST_F(ShaderFileLinks, LinkWithinThePackageIsFollowed) {
 TEST_F(ShaderFileLinks, PackageBehindALinkIsWhole) {
   fs::create_directory_symlink("package", folder_.path() / "link");
   EXPECT_EQ(Load(folder_.path() / "link", "inside.glsl"), "inside");
+}
+
+// The kernel's own files: this one is said to be a page long and holds a few bytes.
+TEST(ShaderFileCutShort, FileThatEndsBeforeItsSizeFails) {
+  const std::string folder = "/sys/devices/system/cpu";
+  ASSERT_GT(fs::file_size(folder + "/online"), 1000u);
+  EXPECT_EQ(LoadShaderFile(folder + "/online", folder, false), std::nullopt);
 }
 
 }  // namespace
