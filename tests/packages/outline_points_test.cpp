@@ -1,86 +1,48 @@
 // The package of points along a person's outline.
-#include <gtest/gtest.h>
-
-#include <cstring>
 #include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
-#include <stdexcept>
 
-#include "packages/package_scene.h"
-#include "plugin_host.h"
+#include "packages/package_fixture.h"
 #include "support/scratch_folder.h"
 
 namespace krv::test {
 namespace {
 
-using host::HostValue;
 using nlohmann::json;
-using Values = std::map<std::string, HostValue>;
 
 const std::string kPackage = KRV_PACKAGES "/mask_points";
 
-class OutlinePoints : public ::testing::Test {
+class OutlinePoints : public PackageTest {
  protected:
-  std::unique_ptr<host::EffectSession> Open(const std::filesystem::path& package,
-                                            const std::string& unique_name) {
-    std::string error;
-    if (!plugin_->RegisterPackages(package, &error)) throw std::runtime_error(error);
-    auto session = host::EffectSession::Create(plugin_, unique_name, &error);
-    if (session == nullptr) throw std::runtime_error(error);
-    return session;
-  }
-
-  host::Picture Render(host::EffectSession* session, const Values& values) {
-    session->parameters() = {};
-    for (const auto& [name, value] : values) session->parameters().Set(name, value);
-    return scene_.Render(session);
-  }
+  using PackageTest::Render;
   host::Picture Render(const Values& values) { return Render(session_.get(), values); }
 
-  static bool Same(const host::Picture& a, const host::Picture& b) {
-    for (int y = 0; y < a.height(); ++y) {
-      if (std::memcmp(a.Row(y), b.Row(y), static_cast<size_t>(a.width()) * 4) != 0) return false;
-    }
-    return true;
-  }
-
-  PackageScene scene_{320, 180};
-  std::string error_;
-  std::shared_ptr<host::PluginHost> plugin_ =
-      host::PluginHost::Create({.plugin = KRV_PLUGIN_FILE}, &error_);
   std::unique_ptr<host::EffectSession> session_ = Open(kPackage, "audio_visualization_mask_shape");
 };
 
 TEST_F(OutlinePoints, EveryParameterChangesThePicture) {
-  // With what each of them needs.
-  const std::pair<std::pair<const char*, HostValue>, Values> cases[] = {
-      {{"point_size", 0.6f}, {}},
-      {{"point_gap", 0.5f}, {}},
-      {{"max_length", 20}, {}},
-      {{"behind", false}, {}},
-      {{"alpha", 40.0f}, {}},
-      {{"single_color", 1}, {}},
-      {{"color", 255}, {{"single_color", 1}}},
-      {{"color_speed", 0.4f}, {}},
-      {{"use_gradient_color", true}, {}},
-      {{"gradient_color", std::string("2,16711680,0;255,100")}, {{"use_gradient_color", true}}},
-      {{"gradient_color_direction", 1}, {{"use_gradient_color", true}}},
-      {{"glow", 0}, {}},
-      {{"glow_intensity", 0.1f}, {}},
-      {{"intensity", 0.5f}, {}},
-      {{"audio_db_min", 80.0f}, {{"audio_db_max", 135.0f}}},
-      {{"audio_db_max", 135.0f}, {}},
-      {{"audio_frequency_min", 0.2f}, {}},
-      {{"audio_frequency_max", 0.9f}, {}},
-      {{"audio_mirror", false}, {}}};
-  EXPECT_EQ(std::size(cases), session_->effect().parameters.size());
-  for (const auto& [change, needs] : cases) {
-    Values changed = needs;
-    changed.insert_or_assign(change.first, change.second);
-    EXPECT_FALSE(Same(Render(needs), Render(changed))) << change.first;
-  }
+  ExpectEveryParameterShows(
+      session_.get(),
+      {{"point_size", 0.6f, {}},
+       {"point_gap", 0.5f, {}},
+       {"max_length", 20, {}},
+       {"behind", false, {}},
+       {"alpha", 40.0f, {}},
+       {"single_color", 1, {}},
+       {"color", 255, {{"single_color", 1}}},
+       {"color_speed", 0.4f, {}},
+       {"use_gradient_color", true, {}},
+       {"gradient_color", std::string("2,16711680,0;255,100"), {{"use_gradient_color", true}}},
+       {"gradient_color_direction", 1, {{"use_gradient_color", true}}},
+       {"glow", 0, {}},
+       {"glow_intensity", 0.1f, {}},
+       {"intensity", 0.5f, {}},
+       {"audio_db_min", 80.0f, {{"audio_db_max", 135.0f}}},
+       {"audio_db_max", 135.0f, {}},
+       {"audio_frequency_min", 0.2f, {}},
+       {"audio_frequency_max", 0.9f, {}},
+       {"audio_mirror", false, {}}});
 }
 
 TEST_F(OutlinePoints, WithoutOpacityNothingIsDrawn) {

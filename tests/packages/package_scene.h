@@ -15,6 +15,9 @@ class PackageScene final : public PersonMaskSource {
  public:
   PackageScene(int width, int height);
 
+  // The input of the frames. The person stays where it was.
+  host::Picture& picture() { return picture_; }
+
   // The frame one second after the effect's begin, with the session's parameters. Throws the
   // plug-in's reason when it fails.
   host::Picture Render(host::EffectSession* session);
