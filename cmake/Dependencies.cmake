@@ -31,16 +31,26 @@ if(NOT WIN32)
   pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
 endif()
 
-# Debian's small OpenCV packages (core and imgproc alone) carry no CMake or pkg-config file.
+# Debian's small OpenCV packages carry no CMake or pkg-config file.
 find_path(OPENCV_INCLUDE_DIR opencv2/core.hpp PATH_SUFFIXES opencv4 REQUIRED)
 find_library(OPENCV_CORE_LIBRARY opencv_core REQUIRED)
 find_library(OPENCV_IMGPROC_LIBRARY opencv_imgproc REQUIRED)
+find_library(OPENCV_OBJDETECT_LIBRARY opencv_objdetect REQUIRED)
+find_library(OPENCV_DNN_LIBRARY opencv_dnn REQUIRED)
 add_library(krv_dep_opencv INTERFACE)
 target_include_directories(krv_dep_opencv SYSTEM INTERFACE ${OPENCV_INCLUDE_DIR})
 target_link_libraries(krv_dep_opencv INTERFACE ${OPENCV_IMGPROC_LIBRARY} ${OPENCV_CORE_LIBRARY})
 if(WIN32)
   find_library(ZLIB_LIBRARY libz.a REQUIRED)  # core's own need, as a static library
   target_link_libraries(krv_dep_opencv INTERFACE ${ZLIB_LIBRARY})
+endif()
+# What finds people, for the AI filter plug-in alone.
+add_library(krv_dep_opencv_people INTERFACE)
+target_link_libraries(krv_dep_opencv_people INTERFACE
+  ${OPENCV_OBJDETECT_LIBRARY} ${OPENCV_DNN_LIBRARY} krv_dep_opencv)
+if(WIN32)
+  find_library(PROTOBUF_LIBRARY protobuf REQUIRED)  # the networks' files
+  target_link_libraries(krv_dep_opencv_people INTERFACE ${PROTOBUF_LIBRARY})
 endif()
 
 # The OpenGL function loader is generated at build time.

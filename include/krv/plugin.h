@@ -11,6 +11,7 @@
 #include <cstdint>
 
 #include "krv/effect.h"
+#include "krv/export.h"
 #include "krv/registrar.h"
 #include "krv/suites.h"
 #include "krv/types.h"
@@ -44,12 +45,6 @@ using CreateEffectFunction = int32_t(const char* unique_name, int32_t device_kin
 using ReleaseEffectFunction = void(KRVEffect*);
 
 }  // namespace krv
-
-#if defined(_WIN32)
-#define KRV_EXPORT __declspec(dllexport)
-#else
-#define KRV_EXPORT __attribute__((visibility("default")))
-#endif
 
 extern "C" {
 

@@ -11,6 +11,7 @@
 namespace krv::test {
 namespace {
 
+using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
@@ -183,21 +184,26 @@ TEST_F(MaskFrames, AFrameOnTheGpuThatIsItsOwnOutputCanBeTheMask) {
 TEST_F(MaskFrames, AThousandFramesWithoutAUsableFilterKeepMemoryAndHandles) {
   const ScratchFolder folder;
   folder.Write("krvAiFilterPlugin.krv", "not a library");
-  for (const std::string& plugins : {folder.text(), std::string("nowhere")}) {
+  for (const std::string& plugins :
+       {folder.text(), std::string("nowhere"), std::string(KRV_FILTER_WITHOUT_CREATE),
+        std::string(KRV_FILTER_WITHOUT_TRANSFORM)}) {
     EffectHost host(host::DeviceUse::kMemory,
                     {.installation = "", .ai_models = "", .plugins = plugins});
     const Instance effect = host.Make(MaskPackage(kBoxExpression, kBox, {"human_segment"}));
+    FillBytes(output_, 0xA5);
+    const auto before = BytesOf(output_);
     const auto run = [&](int frames) {
       for (int i = 0; i < frames; ++i) ASSERT_EQ(ProcessFrame(*effect, context_), kFailed);
-      host.TakeErrors();
+      EXPECT_THAT(host.TakeErrors(), AllOf(SizeIs(frames), Each(kInputSizeError)));
     };
     run(100);
     const int64_t bytes = ResidentBytes();
     const int64_t handles = OpenHandles();
     run(1000);
-    EXPECT_EQ(OpenHandles(), handles);
+    EXPECT_EQ(OpenHandles(), handles) << plugins;
+    EXPECT_EQ(BytesOf(output_), before) << plugins;
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    EXPECT_LT(ResidentBytes() - bytes, 1 << 20);
+    EXPECT_LT(ResidentBytes() - bytes, 1 << 20) << plugins;
 #else
     EXPECT_GT(bytes, 0);
 #endif

@@ -1,27 +1,14 @@
-// The sibling plug-in that finds people in pictures.
+// The AI filter plug-in, as effects use it.
 #pragma once
 
 #include <cstdint>
 #include <mutex>
 #include <opencv2/core.hpp>
 
+#include "krv/ai_filter.h"
 #include "platform/dynamic_library.h"
 
 namespace krv {
-
-inline constexpr char kAiFilterFileName[] = "krvAiFilterPlugin.krv";
-inline constexpr char kAiFilterGuid[] = "2193B116-1AD4-49F4-84A1-FFA3CB983A94";
-
-// The library's entry points, C linkage.
-//
-// CreateNLEAIEffectFilterFromGUID: a filter, or null. `folder` is the host's folder of AI models.
-using CreateAiFilterFunction = void*(const char* guid, const char* folder);
-// NLEEffectFilterTransform: 0 on success. The input is handed over twice.
-using AiFilterTransformFunction = int32_t(void* filter, uint8_t* out, int32_t out_width,
-                                          int32_t out_height, int32_t out_stride, const uint8_t* in,
-                                          int32_t in_width, int32_t in_height, int32_t in_stride,
-                                          const uint8_t* in2, int32_t in2_width, int32_t in2_height,
-                                          int32_t in2_stride);
 
 // Loads the library and makes one filter on the first run that needs them; what fails is tried
 // again on the next run. The library lies in the host's folder of plug-in files or, when the host
