@@ -8,7 +8,7 @@ input=${1:+$(realpath -- "$1")}
 cd "$root"
 
 scripts/setup.sh
-scripts/build.sh linux krv krvAudioVisualPlugin packages krv_demo_clip
+scripts/build.sh linux krv krvAudioVisualPlugin krvAiFilterPlugin packages krv_demo_clip
 out=build/demo
 mkdir -p "$out"
 if [ -z "$input" ]; then

@@ -1,19 +1,20 @@
 #!/usr/bin/env bash
 # package.sh: builds the preset `windows` and makes build/windows/krvAudioVisualPlugin-VERSION-windows-x64.zip
-# with the plug-in, the program, the effect packages and the licences of everything linked into them.
+# with the plug-ins, the program, the effect packages and the licences of everything linked into them.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root"
 
 scripts/setup.sh windows
-scripts/build.sh windows krvAudioVisualPlugin krv
+scripts/build.sh windows krvAudioVisualPlugin krvAiFilterPlugin krv
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 name=krvAudioVisualPlugin-$version-windows-x64
 stage=build/windows/package/$name
 rm -rf build/windows/package
 mkdir -p "$stage/licences"
 
-cp build/windows/krvAudioVisualPlugin.krv build/windows/krv.exe README.md CHANGELOG.md "$stage/"
+cp build/windows/krvAudioVisualPlugin.krv build/windows/krvAiFilterPlugin.krv \
+  build/windows/krv.exe README.md CHANGELOG.md "$stage/"
 cp -r packages "$stage/packages"
 rm "$stage/packages/CMakeLists.txt"
 
