@@ -15,6 +15,8 @@ namespace {
 
 constexpr std::array kSides = {256, 320, 512, 192, 224, 384};  // pixels
 
+constexpr size_t kMostBytes = size_t{1} << 30;
+
 // OpenCV logs some errors before it throws them; what is thrown is reported here.
 class ScopedSilence {
  public:
@@ -87,10 +89,10 @@ void Report(const std::string& path, const char* reason) {
 std::unique_ptr<Segmenter> LoadNeuralSegmenter(const std::string& folder) {
   if (folder.empty()) return nullptr;
   const std::string path = folder + "/" + kPersonModelFileName;
-  const std::optional<std::string> bytes = platform::ReadFile(path);
-  if (!bytes) return nullptr;
-  const ScopedSilence silence;
   try {
+    const std::optional<std::string> bytes = platform::ReadFile(path, kMostBytes);
+    if (!bytes) return nullptr;
+    const ScopedSilence silence;
     return std::make_unique<NeuralSegmenter>(*bytes);
   } catch (const cv::Exception& error) {
     Report(path, error.err.c_str());
