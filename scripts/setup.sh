@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # setup.sh [PRESET]: installs the Debian packages that the project needs, for the presets
-# `windows` and `fuzz` those that they need beyond these as well. Does nothing when all are there.
+# `windows`, `fuzz` and `coverage` what they need beyond these as well. Does nothing when all are there.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -8,6 +8,7 @@ lists=(scripts/packages.txt)
 case "${1:-}" in
   windows) lists+=(scripts/windows/packages.txt) ;;
   fuzz) lists+=(tests/fuzz/packages.txt) ;;
+  coverage) lists+=(scripts/coverage_packages.txt) ;;
 esac
 mapfile -t wanted < <(grep -hv '^#' "${lists[@]}")
 missing=()

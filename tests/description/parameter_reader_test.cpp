@@ -96,6 +96,13 @@ TEST(ParameterReader, FractionsAreCutInIntegerKinds) {
   EXPECT_EQ(Parameter(*d, "int").default_value.View().as_int, 0);
 }
 
+TEST(ParameterReader, FractionsBeyondTheIntegersAreLimited) {
+  const auto d = Load("fractions_beyond_integers");
+  EXPECT_EQ(Parameter(*d, "int").min_value.View().as_int, -2147483647 - 1);
+  EXPECT_EQ(Parameter(*d, "int").max_value.View().as_int, 2147483647);
+  EXPECT_EQ(Parameter(*d, "int").default_value.View().as_int, 2147483647);
+}
+
 TEST(ParameterReader, BooleanKindIsTheIntegerComparedWithZero) {
   const auto d = Load("bool_from_numbers");
   EXPECT_EQ(Parameter(*d, "two").default_value.View().as_bool, 1);

@@ -28,8 +28,8 @@ namespace fs = std::filesystem;
 using Json = nlohmann::json;
 
 constexpr int kFramesPerCycle = 1000;
-constexpr int kWarmUpCycles = 4;        // the driver's compiler grows in the first ones
-constexpr uint32_t kNameBound = 20000;  // drivers give the lowest free names out first
+constexpr int kWarmUpCycles = 4;         // the driver's compiler grows in the first ones
+constexpr uint32_t kNamesPerFrame = 40;  // more than a frame makes; drivers count up
 
 std::string ContentsOf(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -152,11 +152,12 @@ TEST_F(SoakTest, CyclesLeaveMemoryHandlesAndObjectsAsTheyWere) {
   const int cycles =
       wanted == nullptr ? kWarmUpCycles + 2 : std::max(kWarmUpCycles + 1, std::atoi(wanted));
   for (int i = 0; i < kWarmUpCycles; ++i) RunCycle();
-  const GlNames objects = GlNames::Alive(kNameBound);
+  const uint32_t names = kNamesPerFrame * kFramesPerCycle * static_cast<uint32_t>(cycles);
+  const GlNames objects = GlNames::Alive(names);
   const int64_t bytes = ResidentBytes();
   const int64_t handles = OpenHandles();
   for (int i = kWarmUpCycles; i < cycles; ++i) RunCycle();
-  EXPECT_EQ(GlNames::Alive(kNameBound), objects);
+  EXPECT_EQ(GlNames::Alive(names), objects);
   EXPECT_EQ(OpenHandles(), handles);
   const int64_t growth = ResidentBytes() - bytes;
   std::printf("%d frames: %lld bytes of growth after the first %d, %lld handles\n",

@@ -1,5 +1,8 @@
 #include "description/parameter_reader.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace krv {
 namespace {
 
@@ -10,8 +13,17 @@ bool HasUiType(const json& entry, const char* ui_type) {
   return found != entry.end() && *found == ui_type;
 }
 
+// A whole number as the library reads it; a fraction cut, and limited where the library's
+// conversion is undefined.
+int32_t ReadInt(const json& value) {
+  if (!value.is_number_float()) return value.get<int32_t>();
+  constexpr double kLeast = std::numeric_limits<int32_t>::min();
+  constexpr double kMost = std::numeric_limits<int32_t>::max();
+  return static_cast<int32_t>(std::clamp(value.get<double>(), kLeast, kMost));
+}
+
 int32_t ReadKind(const json& entry) {
-  return HasUiType(entry, "Color") ? kKindColor : entry.at("type").get<int32_t>();
+  return HasUiType(entry, "Color") ? kKindColor : ReadInt(entry.at("type"));
 }
 
 StoredParameterValue ReadValue(const json& entry, const char* key, int32_t kind) {
@@ -22,17 +34,17 @@ StoredParameterValue ReadValue(const json& entry, const char* key, int32_t kind)
     case kKindInt:
     case kKindIntInternal:
     case kKindColor:
-      value.as_int = found->get<int32_t>();
+      value.as_int = ReadInt(*found);
       break;
     case kKindFloat:
       value.as_float = found->get<float>();
       break;
     case kKindDouble:
       // The library converts a boolean to every number but its own floating-point type.
-      value.as_double = found->is_boolean() ? found->get<int32_t>() : found->get<double>();
+      value.as_double = found->is_boolean() ? ReadInt(*found) : found->get<double>();
       break;
     case kKindBool:
-      value.as_bool = found->get<int32_t>() != 0 ? 1 : 0;
+      value.as_bool = ReadInt(*found) != 0 ? 1 : 0;
       break;
     case kKindText: {
       const auto text = found->get<std::string>();
