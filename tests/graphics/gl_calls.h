@@ -66,7 +66,7 @@ using AnyGlCalls = GlCalls<
     glad_glGetError, glad_glGetFloatv, glad_glGetIntegerv, glad_glGetProgramInfoLog,
     glad_glGetProgramiv, glad_glGetShaderInfoLog, glad_glGetShaderiv, glad_glGetString,
     glad_glGetTexParameterfv, glad_glGetUniformLocation, glad_glIsEnabled, glad_glIsTexture,
-    glad_glLinkProgram, glad_glMapBuffer, glad_glPixelStorei, glad_glReadPixels,
+    glad_glLinkProgram, glad_glMapBuffer, glad_glPixelStorei, glad_glPolygonMode, glad_glReadPixels,
     glad_glShaderSource, glad_glTexImage2D, glad_glTexParameterf, glad_glTexParameteri,
     glad_glTexSubImage2D, glad_glUniform1f, glad_glUniform1i, glad_glUniform2fv, glad_glUniform3fv,
     glad_glUniform4fv, glad_glUniformMatrix2fv, glad_glUniformMatrix3fv, glad_glUniformMatrix4fv,

@@ -11,8 +11,10 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 
-constexpr GLenum kCapabilities[] = {GL_DEPTH_TEST, GL_BLEND,        GL_SCISSOR_TEST,
-                                    GL_CULL_FACE,  GL_STENCIL_TEST, GL_COLOR_LOGIC_OP};
+constexpr GLenum kCapabilities[] = {
+    GL_DEPTH_TEST,   GL_BLEND,          GL_SCISSOR_TEST,       GL_CULL_FACE,
+    GL_STENCIL_TEST, GL_COLOR_LOGIC_OP, GL_RASTERIZER_DISCARD, GL_FRAMEBUFFER_SRGB,
+    GL_ALPHA_TEST};
 constexpr GLenum kPixelStore[] = {GL_UNPACK_ALIGNMENT, GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_PIXELS,
                                   GL_UNPACK_SKIP_ROWS, GL_PACK_ALIGNMENT,    GL_PACK_ROW_LENGTH,
                                   GL_PACK_SKIP_PIXELS, GL_PACK_SKIP_ROWS};
@@ -50,6 +52,8 @@ class GlStateTest : public GraphicsTest {
     glDepthFunc(GL_NEVER);
     glStencilFunc(GL_NEVER, 0, 0xFF);
     glLogicOp(GL_INVERT);
+    glAlphaFunc(GL_NEVER, 0.0f);
+    glPolygonMode(GL_FRONT_AND_BACK, GL_POINT);
     glDepthMask(GL_TRUE);
     glColorMask(GL_TRUE, GL_FALSE, GL_FALSE, GL_TRUE);
     glClearColor(0.125f, 0.25f, 0.5f, 0.75f);
@@ -84,6 +88,9 @@ TEST_F(GlStateTest, ADrawPutsTheHostsDrawStateBack) {
   SetHostileDrawState();
   EXPECT_EQ(DrawInto(*target_, *draw_), 0);
   for (const GLenum capability : kCapabilities) EXPECT_TRUE(glIsEnabled(capability)) << capability;
+  GLint polygon_mode[2] = {};
+  glGetIntegerv(GL_POLYGON_MODE, polygon_mode);
+  EXPECT_EQ(polygon_mode[0], GL_POINT);
   EXPECT_EQ(Integer(GL_DEPTH_WRITEMASK), GL_TRUE);
   GLboolean mask[4] = {};
   glGetBooleanv(GL_COLOR_WRITEMASK, mask);

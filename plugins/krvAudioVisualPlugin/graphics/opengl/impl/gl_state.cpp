@@ -18,13 +18,23 @@ void Enable(GLenum capability, bool enabled) {
   }
 }
 
+bool IsCompatibilityContext() {
+  if (!GLAD_GL_VERSION_3_2) return true;  // there was no other kind yet
+  GLint profile = 0;
+  glGetIntegerv(GL_CONTEXT_PROFILE_MASK, &profile);
+  return (profile & GL_CONTEXT_CORE_PROFILE_BIT) == 0;
+}
+
 }  // namespace
 
-ScopedDrawState::ScopedDrawState() {
-  for (size_t i = 0; i < kCapabilities.size(); ++i) {
+ScopedDrawState::ScopedDrawState()
+    : capability_count_(kCapabilities.size() - (IsCompatibilityContext() ? 0 : 1)) {
+  for (size_t i = 0; i < capability_count_; ++i) {
     enabled_[i] = glIsEnabled(kCapabilities[i]);
     if (enabled_[i]) glDisable(kCapabilities[i]);
   }
+  glGetIntegerv(GL_POLYGON_MODE, polygon_mode_.data());
+  if (polygon_mode_[0] != GL_FILL) glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
   glGetBooleanv(GL_DEPTH_WRITEMASK, &depth_mask_);
   glGetBooleanv(GL_COLOR_WRITEMASK, color_mask_.data());
   glGetFloatv(GL_COLOR_CLEAR_VALUE, clear_color_.data());
@@ -39,7 +49,10 @@ ScopedDrawState::ScopedDrawState() {
 }
 
 ScopedDrawState::~ScopedDrawState() {
-  for (size_t i = 0; i < kCapabilities.size(); ++i) Enable(kCapabilities[i], enabled_[i]);
+  for (size_t i = 0; i < capability_count_; ++i) Enable(kCapabilities[i], enabled_[i]);
+  if (polygon_mode_[0] != GL_FILL) {
+    glPolygonMode(GL_FRONT_AND_BACK, static_cast<GLenum>(polygon_mode_[0]));
+  }
   glDepthMask(depth_mask_);
   glColorMask(color_mask_[0], color_mask_[1], color_mask_[2], color_mask_[3]);
   glClearColor(clear_color_[0], clear_color_[1], clear_color_[2], clear_color_[3]);

@@ -9,9 +9,9 @@
 
 namespace krv::GL {
 
-// For one draw: depth test and mask, blending, scissor, culling, stencil and logic operation off,
-// every colour channel written, a vertex array object of its own. Puts these, clear colour and
-// viewport back on destruction.
+// For one draw: depth test and mask, blending, scissor, culling, stencil, logic operation,
+// discarding, conversion to sRGB and alpha test off, polygons filled, every colour channel written,
+// a vertex array object of its own. Puts these, clear colour and viewport back on destruction.
 class ScopedDrawState {
  public:
   ScopedDrawState();
@@ -20,9 +20,14 @@ class ScopedDrawState {
   ~ScopedDrawState();
 
  private:
-  static constexpr std::array<GLenum, 6> kCapabilities = {
-      GL_DEPTH_TEST, GL_BLEND, GL_SCISSOR_TEST, GL_CULL_FACE, GL_STENCIL_TEST, GL_COLOR_LOGIC_OP};
+  // The last is of compatibility contexts alone.
+  static constexpr std::array<GLenum, 9> kCapabilities = {
+      GL_DEPTH_TEST,   GL_BLEND,          GL_SCISSOR_TEST,       GL_CULL_FACE,
+      GL_STENCIL_TEST, GL_COLOR_LOGIC_OP, GL_RASTERIZER_DISCARD, GL_FRAMEBUFFER_SRGB,
+      GL_ALPHA_TEST};
+  size_t capability_count_;
   std::array<GLboolean, kCapabilities.size()> enabled_{};
+  std::array<GLint, 2> polygon_mode_{};
   GLboolean depth_mask_ = GL_TRUE;
   std::array<GLboolean, 4> color_mask_{};
   std::array<GLfloat, 4> clear_color_{};
