@@ -107,8 +107,7 @@ class SoakTest : public testing::Test {
     const int pixel_type = Pick(0, 2);
     host::MemoryFrame input(width, height, pixel_type);
     host::MemoryFrame output(width, height, pixel_type);
-    FillBytes(input,
-              0x3f);  // visible in every pixel type, as effects that follow the frame need it
+    FillBytes(input, 0x3f);  // visible in every pixel type: some effects follow the frame itself
     TestMask mask(std::max(width, 8), std::max(height, 8), {2, 2, 4, 4});
     host::BorrowedAudioBlock audio({.samples = samples_.data(),
                                     .sample_frames = Pick(0, 1) == 0 ? 1601 : Pick(0, 4000),
