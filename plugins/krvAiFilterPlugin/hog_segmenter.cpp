@@ -27,6 +27,7 @@ constexpr double kWeightOfSeen = 0.7;  // of a window, against where it was
 constexpr double kWeightOfUsual = 0.6;
 constexpr double kWeightOfBelief = 0.5;  // of what a pixel was, where nothing moves
 constexpr double kStill = 8;             // of 255, in every channel
+const cv::Size kNoise(3, 3);             // pixels over which noise evens out
 constexpr double kEdgeBlur = 0.8;        // pixels
 
 double Difference(const cv::Mat& a, const cv::Mat& b) {
@@ -41,6 +42,12 @@ double Difference(const cv::Mat& a, const cv::Mat& b) {
 cv::Rect2d Between(const cv::Rect2d& a, const cv::Rect2d& b, double weight_of_b) {
   const double rest = 1 - weight_of_b;
   return {a.tl() * rest + b.tl() * weight_of_b, a.br() * rest + b.br() * weight_of_b};
+}
+
+// Whether the picture's side cuts the body in a window: somebody lost there has left.
+bool IsAtSide(const cv::Rect2d& window, int picture_width) {
+  const double margin = window.width / 4;
+  return window.x + margin < 0 || window.x + window.width - margin > picture_width;
 }
 
 double NextScore(double before, double now) {
@@ -74,6 +81,7 @@ std::vector<HogSegmenter::Person> HogSegmenter::FindPeople(const cv::Mat& pictur
     }
   }
   for (const Person& person : known) {
+    if (IsAtSide(person.window, picture.cols)) continue;
     found.push_back({person.window, person.shape, NextScore(person.score, kMissedScore)});
   }
   std::erase_if(found, [](const Person& person) { return person.score < kKnownScore; });
@@ -83,8 +91,12 @@ std::vector<HogSegmenter::Person> HogSegmenter::FindPeople(const cv::Mat& pictur
 
 // What stays as it is keeps its side of an edge.
 void HogSegmenter::Steady(const cv::Mat& picture, cv::Mat& mask) {
+  cv::Mat calm;
+  cv::Mat calm_before;
+  cv::blur(picture, calm, kNoise);
+  cv::blur(last_picture_, calm_before, kNoise);
   cv::Mat moved;
-  cv::absdiff(picture, last_picture_, moved);
+  cv::absdiff(calm, calm_before, moved);
   cv::Mat still;
   cv::inRange(moved, cv::Scalar::all(0), cv::Scalar::all(kStill), still);
   cv::Mat steadied;
