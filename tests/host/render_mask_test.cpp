@@ -1,6 +1,9 @@
 // `krv render --mask`: a matte in the place of the host's person mask.
 #include <gmock/gmock.h>
 
+#include <fstream>
+
+#include "ai_filter/drawn_person.h"
 #include "host/render_program.h"
 
 namespace krv::host {
@@ -57,6 +60,27 @@ TEST_F(RenderMask, AnEmptyMatteFindsNobodyAndFails) {
   const test::ProgramOutcome outcome = Render("@clip.mp4 --mask @black.png -o @out.mp4" + person_);
   EXPECT_EQ(outcome.code, 1);
   EXPECT_THAT(outcome.error_output, HasSubstr("Input size error"));
+}
+
+TEST_F(RenderMask, WithoutOneTheFilterFindsThePerson) {
+  cv::Mat picture = test::EmptyRoom();
+  test::DrawPerson(picture, {140, 150}, 120);
+  std::ofstream pixels(Path("room.bgra"), std::ios::binary);
+  for (int frame = 0; frame < 3; ++frame) {
+    pixels.write(reinterpret_cast<const char*>(picture.data),
+                 static_cast<std::streamsize>(picture.total() * picture.elemSize()));
+  }
+  pixels.close();
+  media_.Make("room.mkv", "-f rawvideo -pixel_format bgra -video_size 284x160 -framerate 30 -i \"" +
+                              Path("room.bgra").string() + "\" " +
+                              RampSamples(48000, "stereo", 0.1) + "-c:v ffv1 ");
+  RenderWell("@room.mkv -o @out/" + person_);
+  const auto pictures = ReadPictures("out");
+  ASSERT_EQ(pictures.size(), 3U);
+  for (const auto& [frame, mask] : pictures) {
+    EXPECT_EQ(mask.Pixel(140, 70)[1], 255) << frame;  // the trunk
+    EXPECT_EQ(mask.Pixel(60, 70)[1], 0) << frame;
+  }
 }
 
 TEST_F(RenderMask, WhatCannotBeAMaskIsOneLineAndCode2) {
