@@ -55,11 +55,29 @@ TEST_F(RenderMask, APictureIsTheMaskOfEveryFrame) {
   }
 }
 
+TEST_F(RenderMask, FramesWithoutAPersonAreShownAsTheyCame) {
+  media_.Make("late.mkv",
+              "-f lavfi -i color=black:s=32x24:r=10:d=1,format=gray,geq=lum='if(lt(N,2),0,200)' "
+              "-c:v ffv1 ");
+  const test::ProgramOutcome outcome =
+      Render("@clip.mp4 --mask @late.mkv --frames 0:4 -o @out/" + person_);
+  EXPECT_EQ(outcome.code, 0) << outcome.error_output;
+  EXPECT_THAT(outcome.error_output, HasSubstr("2 of them without a person, shown as they came"));
+  const auto pictures = ReadPictures("out");
+  ASSERT_EQ(pictures.size(), 4U);
+  for (const auto& [frame, picture] : pictures) {
+    const uint8_t* pixel = picture.Pixel(32, 24);
+    EXPECT_NEAR(pixel[0], frame < 2 ? 255 : 200, 3) << frame;  // the clip is blue
+    EXPECT_NEAR(pixel[1], frame < 2 ? 0 : 200, 3) << frame;
+  }
+}
+
 TEST_F(RenderMask, AnEmptyMatteFindsNobodyAndFails) {
   media_.Make("black.png", "-f lavfi -i color=black:s=32x24 -frames:v 1 ");
   const test::ProgramOutcome outcome = Render("@clip.mp4 --mask @black.png -o @out.mp4" + person_);
   EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.error_output, HasSubstr("Input size error"));
+  EXPECT_THAT(outcome.error_output,
+              HasSubstr("nobody to follow was found in any of the 15 frames"));
 }
 
 TEST_F(RenderMask, WithoutOneTheFilterFindsThePerson) {

@@ -1,6 +1,7 @@
 #include "render_loop.h"
 
 #include <chrono>
+#include <cstring>
 #include <string>
 
 #include "media/picture_mask.h"
@@ -27,9 +28,25 @@ class StageTimer {
   Clock::time_point start_;
 };
 
+// What the plug-in says of a frame in which there is nobody to follow, among other things.
+bool TellsOfNobody(const std::string& error) {
+  return error.find("Input size error") != std::string::npos;
+}
+
+void ShowInput(RenderJob* job) {
+  if (job->input.width() == 0) {
+    job->output.Fill(0, 0, 0, 0);
+    return;
+  }
+  const auto row_bytes = static_cast<size_t>(job->output.width()) * 4;
+  for (int y = 0; y < job->output.height(); ++y) {
+    std::memcpy(job->output.Row(y), job->input.Row(y), row_bytes);
+  }
+}
+
 }  // namespace
 
-void RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
+bool RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
                  host::EffectSession* session, RenderJob* job) {
   host::FrameRequest request;
   request.index = job->index;
@@ -49,9 +66,12 @@ void RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
   const bool rendered =
       session->RenderFrame(request, job->output.Row(0), job->output.stride(), &error);
   if (has_mask) session->SetPersonMask(nullptr);
-  if (!rendered) {
-    throw EffectError("frame " + std::to_string(job->index) + ": " + error);
+  if (rendered) return true;
+  if (session->WantsPersonMask() && TellsOfNobody(error)) {
+    ShowInput(job);
+    return false;
   }
+  throw EffectError("frame " + std::to_string(job->index) + ": " + error);
 }
 
 RenderResult RenderLoop::Run(const std::function<bool()>& interrupted,
@@ -66,7 +86,8 @@ RenderResult RenderLoop::Run(const std::function<bool()>& interrupted,
   while (!result.interrupted && read()) {
     {
       const StageTimer timer(&result.stages.render);
-      RenderFrame(input_->video(), input_->audio(), session_, &job);
+      const bool drawn = RenderFrame(input_->video(), input_->audio(), session_, &job);
+      if (!drawn) ++result.frames_without_person;
     }
     {
       const StageTimer timer(&result.stages.encode);
@@ -74,6 +95,10 @@ RenderResult RenderLoop::Run(const std::function<bool()>& interrupted,
     }
     progress(++result.frames);
     result.interrupted = interrupted();
+  }
+  if (result.frames > 0 && result.frames_without_person == result.frames) {
+    throw EffectError("nobody to follow was found in any of the " + std::to_string(result.frames) +
+                      " frames; --mask takes a matte that shows the person");
   }
   if (result.frames > 0) {
     const StageTimer timer(&result.stages.finish);

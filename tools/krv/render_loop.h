@@ -16,8 +16,9 @@ class EffectError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Renders the job's frame into job->output. Throws EffectError.
-void RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
+// Renders the job's frame into job->output. False when the effect follows a person and there is
+// none in this frame: the output is the input then, or transparent without one. Throws EffectError.
+bool RenderFrame(const host::VideoFormat& video, const host::AudioFormat& audio,
                  host::EffectSession* session, RenderJob* job);
 
 class RenderLoop {
@@ -28,7 +29,7 @@ class RenderLoop {
 
   // Renders every frame of the input, or until `interrupted` says so after a frame, and finishes
   // the output when there was a frame at all. `progress` gets the number of frames done. Throws
-  // MediaError and EffectError.
+  // MediaError and EffectError, the latter also when no frame at all showed a person to follow.
   RenderResult Run(const std::function<bool()>& interrupted,
                    const std::function<void(int64_t)>& progress);
 

@@ -16,7 +16,12 @@ std::string Summary(const RenderResult& result, const std::filesystem::path& out
   std::snprintf(numbers, sizeof numbers, "%s%" PRId64 " frame%s in %.1f s (%.1f fps): ",
                 result.interrupted ? "interrupted after " : "", result.frames,
                 result.frames == 1 ? "" : "s", result.seconds, result.FramesPerSecond());
-  return numbers + host::Utf8(output);
+  std::string summary = numbers + host::Utf8(output);
+  if (result.frames_without_person > 0) {
+    summary += "; " + std::to_string(result.frames_without_person) +
+               " of them without a person, shown as they came";
+  }
+  return summary;
 }
 
 void WriteReport(const RenderResult& result, const RenderOptions& options, const RenderInput& input,
@@ -27,6 +32,7 @@ void WriteReport(const RenderResult& result, const RenderOptions& options, const
       {"output", host::Utf8(options.output)},
       {"first_frame", options.frames.first},
       {"frames", result.frames},
+      {"frames_without_person", result.frames_without_person},
       {"interrupted", result.interrupted},
       {"seconds", result.seconds},
       {"fps", result.FramesPerSecond()},

@@ -19,7 +19,8 @@ struct StageTimes {
 
 struct RenderResult {
   int64_t frames = 0;
-  double seconds = 0;  // from the first frame to the finished file
+  int64_t frames_without_person = 0;  // of these; shown as they came
+  double seconds = 0;                 // from the first frame to the finished file
   StageTimes stages;
   bool interrupted = false;
 
