@@ -58,10 +58,11 @@ class TextureBinding {
     GLint value = 0;
   };
   GLint texture_ = 0;
-  Setting settings_[4] = {{GL_PACK_ALIGNMENT, 1},
-                          {GL_PACK_ROW_LENGTH, 0},
-                          {GL_UNPACK_ALIGNMENT, 1},
-                          {GL_UNPACK_ROW_LENGTH, 0}};
+  Setting settings_[10] = {{GL_PACK_ALIGNMENT, 1},     {GL_PACK_ROW_LENGTH, 0},
+                           {GL_PACK_SKIP_ROWS, 0},     {GL_PACK_SKIP_PIXELS, 0},
+                           {GL_PACK_SWAP_BYTES, 0},    {GL_UNPACK_ALIGNMENT, 1},
+                           {GL_UNPACK_ROW_LENGTH, 0},  {GL_UNPACK_SKIP_ROWS, 0},
+                           {GL_UNPACK_SKIP_PIXELS, 0}, {GL_UNPACK_SWAP_BYTES, 0}};
 };
 
 void DrainGlErrors() {

@@ -26,6 +26,9 @@ class GlContext {
   // calling program. False on failure.
   virtual bool MakeCurrent() = 0;
 
+  // Whether the context is current on the calling thread.
+  virtual bool IsCurrent() const = 0;
+
   // Leaves the calling thread without a context.
   virtual void ClearCurrent() = 0;
 

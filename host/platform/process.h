@@ -1,11 +1,15 @@
 // Facts about the running process.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace krv::host::platform {
+
+// The running program's file; empty when the system does not tell.
+std::filesystem::path ExecutableFile();
 
 // The folder that the running program's file lies in; empty when the system does not tell.
 std::filesystem::path ExecutableFolder();
@@ -13,5 +17,15 @@ std::filesystem::path ExecutableFolder();
 // The program's arguments in UTF-8, without its name. `argc`, `argv`: those of main. On Windows
 // they are not used: what main gets there has lost the letters that the system's code page lacks.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
+
+// The memory of this process that is in use and not swapped out, in bytes.
+int64_t ResidentBytes();
+
+// How many files, libraries being loaded and other system objects this process holds open.
+int64_t OpenHandles();
+
+// A crash of this process from now on leaves neither a core file nor a dialogue: somebody watches
+// it and reports.
+void CrashQuietly();
 
 }  // namespace krv::host::platform

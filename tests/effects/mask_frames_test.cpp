@@ -5,12 +5,14 @@
 
 #include "effects/effect_fixture.h"
 #include "effects/test_mask.h"
-#include "support/process_memory.h"
+#include "platform/process.h"
 #include "support/scratch_folder.h"
 
 namespace krv::test {
 namespace {
 
+using host::platform::OpenHandles;
+using host::platform::ResidentBytes;
 using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "effects/effect_fixture.h"
-#include "support/process_memory.h"
+#include "platform/process.h"
 
 namespace krv::test {
 namespace {
+
+using host::platform::ResidentBytes;
 
 constexpr int kWarmUpFrames = 100;
 constexpr int kFrames = 10000;

@@ -18,13 +18,15 @@
 #include "effects/test_frames.h"
 #include "effects/test_mask.h"
 #include "graphics/gl_names.h"
+#include "platform/process.h"
 #include "support/file_system.h"
-#include "support/process_memory.h"
 
 namespace krv::test {
 namespace {
 
 namespace fs = std::filesystem;
+using host::platform::OpenHandles;
+using host::platform::ResidentBytes;
 using Json = nlohmann::json;
 
 constexpr int kFramesPerCycle = 1000;

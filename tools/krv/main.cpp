@@ -1,4 +1,4 @@
-// The program krv: lists, checks and renders audio-visual effects.
+// The program krv: lists, checks and renders audio-visual effects, and validates plug-ins.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
@@ -14,6 +14,7 @@
 #include "platform/process.h"
 #include "platform/standard_streams.h"
 #include "render_command.h"
+#include "validate_command.h"
 
 namespace {
 
@@ -42,6 +43,7 @@ int Run(std::vector<std::string> arguments) {
   krv::tool::AddCheckCommand(app, &action);
   krv::tool::AddRenderCommand(app, &action);
   krv::tool::AddGalleryCommand(app, &action);
+  krv::tool::AddValidateCommand(app, &action);
   const std::string first = arguments.empty() ? std::string() : arguments.front();
   std::reverse(arguments.begin(), arguments.end());  // the order that parse expects
   try {

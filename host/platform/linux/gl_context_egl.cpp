@@ -72,7 +72,7 @@ class EglContext final : public GlContext {
   EglContext& operator=(const EglContext&) = delete;
 
   ~EglContext() override {
-    if (eglGetCurrentContext() == context_) EglContext::ClearCurrent();
+    if (EglContext::IsCurrent()) EglContext::ClearCurrent();
     eglDestroyContext(display_, context_);
   }
 
@@ -89,6 +89,8 @@ class EglContext final : public GlContext {
     watched_ = true;
     return success;
   }
+
+  bool IsCurrent() const override { return eglGetCurrentContext() == context_; }
 
   void ClearCurrent() override {
     eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);

@@ -137,7 +137,7 @@ class WglContext final : public GlContext {
   explicit WglContext(ContextPtr context) : context_(std::move(context)) {}
 
   ~WglContext() override {
-    if (wglGetCurrentContext() == context_.get()) WglContext::ClearCurrent();
+    if (WglContext::IsCurrent()) WglContext::ClearCurrent();
   }
   WglContext(const WglContext&) = delete;
   WglContext& operator=(const WglContext&) = delete;
@@ -154,6 +154,8 @@ class WglContext final : public GlContext {
     watched_ = true;
     return success;
   }
+
+  bool IsCurrent() const override { return wglGetCurrentContext() == context_.get(); }
 
   void ClearCurrent() override { wglMakeCurrent(nullptr, nullptr); }
 

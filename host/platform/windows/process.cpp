@@ -2,7 +2,8 @@
 
 #include <windows.h>
 
-// windows.h comes first: this header lacks what it needs.
+// windows.h comes first: these headers lack what they need.
+#include <psapi.h>
 #include <shellapi.h>
 
 #include <memory>
@@ -11,7 +12,7 @@
 
 namespace krv::host::platform {
 
-std::filesystem::path ExecutableFolder() {
+std::filesystem::path ExecutableFile() {
   std::wstring file;
   DWORD length = 0;
   do {  // the name's length is not told, only that the space was too small
@@ -19,8 +20,10 @@ std::filesystem::path ExecutableFolder() {
     length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
   } while (length == file.size());
   file.resize(length);
-  return std::filesystem::path(file).parent_path();
+  return file;
 }
+
+std::filesystem::path ExecutableFolder() { return ExecutableFile().parent_path(); }
 
 std::vector<std::string> ProgramArguments(int, char**) {
   struct Freer {
@@ -32,6 +35,22 @@ std::vector<std::string> ProgramArguments(int, char**) {
   if (arguments == nullptr) return utf8;
   for (int i = 1; i < count; ++i) utf8.push_back(ToUtf8(arguments.get()[i]));
   return utf8;
+}
+
+int64_t ResidentBytes() {
+  PROCESS_MEMORY_COUNTERS counters = {};
+  GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
+  return static_cast<int64_t>(counters.WorkingSetSize);
+}
+
+int64_t OpenHandles() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
+}
+
+void CrashQuietly() {
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
 }  // namespace krv::host::platform
