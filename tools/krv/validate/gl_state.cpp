@@ -19,9 +19,15 @@ struct Variable {
 
 // After a call these are as they were.
 constexpr Variable kCapabilities[] = {
-    {"GL_DEPTH_TEST", GL_DEPTH_TEST},     {"GL_BLEND", GL_BLEND},
-    {"GL_SCISSOR_TEST", GL_SCISSOR_TEST}, {"GL_CULL_FACE", GL_CULL_FACE},
-    {"GL_STENCIL_TEST", GL_STENCIL_TEST}, {"GL_COLOR_LOGIC_OP", GL_COLOR_LOGIC_OP},
+    {"GL_DEPTH_TEST", GL_DEPTH_TEST},
+    {"GL_BLEND", GL_BLEND},
+    {"GL_SCISSOR_TEST", GL_SCISSOR_TEST},
+    {"GL_STENCIL_TEST", GL_STENCIL_TEST},
+    {"GL_ALPHA_TEST", GL_ALPHA_TEST},
+    {"GL_CULL_FACE", GL_CULL_FACE},
+    {"GL_COLOR_LOGIC_OP", GL_COLOR_LOGIC_OP},
+    {"GL_RASTERIZER_DISCARD", GL_RASTERIZER_DISCARD},
+    {"GL_FRAMEBUFFER_SRGB", GL_FRAMEBUFFER_SRGB},
 };
 constexpr Variable kKept[] = {
     {"GL_DEPTH_WRITEMASK", GL_DEPTH_WRITEMASK},
@@ -30,6 +36,9 @@ constexpr Variable kKept[] = {
     {"GL_BLEND_DST_RGB", GL_BLEND_DST_RGB},
     {"GL_SCISSOR_BOX", GL_SCISSOR_BOX, 4},
     {"GL_CULL_FACE_MODE", GL_CULL_FACE_MODE},
+    {"GL_POLYGON_MODE", GL_POLYGON_MODE, 2},
+    {"GL_ALPHA_TEST_FUNC", GL_ALPHA_TEST_FUNC},
+    {"GL_SAMPLER_BINDING", GL_SAMPLER_BINDING},
     {"GL_COLOR_WRITEMASK", GL_COLOR_WRITEMASK, 4},
     {"GL_VIEWPORT", GL_VIEWPORT, 4},
     {"GL_STENCIL_FUNC", GL_STENCIL_FUNC},
@@ -160,6 +169,8 @@ HostileGlState::HostileGlState() {
   glDepthFunc(GL_NEVER);
   glDepthMask(GL_TRUE);
   glStencilFunc(GL_NEVER, 0, 0xFF);
+  glAlphaFunc(GL_NEVER, 0);
+  glPolygonMode(GL_FRONT_AND_BACK, GL_POINT);
   glLogicOp(GL_INVERT);
   glColorMask(GL_TRUE, GL_FALSE, GL_FALSE, GL_TRUE);
   glClearColor(0.125F, 0.25F, 0.5F, 0.75F);
@@ -177,6 +188,8 @@ HostileGlState::~HostileGlState() {
   glCullFace(GL_BACK);
   glDepthFunc(GL_LESS);
   glStencilFunc(GL_ALWAYS, 0, 0xFF);
+  glAlphaFunc(GL_ALWAYS, 0);
+  glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
   glLogicOp(GL_COPY);
   glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
   glClearColor(0, 0, 0, 0);
