@@ -71,8 +71,7 @@ int32_t PluginHost::RegisterFolder(const std::filesystem::path& folder, std::str
   if (code == kNothingToDo) {
     *error = path + ": there is no effect package in this folder";
   } else if (code != kOk) {
-    const std::string reason = TakeErrors();
-    *error = path + ": the package cannot be read: " + reason + "; `krv check` says more";
+    *error = path + ": the package cannot be read: " + TakeErrors();
   }
   return code;
 }

@@ -120,6 +120,17 @@ TEST_F(DescriptionCheck, DescriptionThatIsNoObjectIsAnError) {
   EXPECT_THAT(Check("[1]"), ElementsAre("d:1: error: a description is an object, not an array"));
 }
 
+TEST_F(DescriptionCheck, FilesOutsideOfThePackageAreErrors) {
+  for (const char* file : {"../a.frag", "..\\\\a.frag", "sub/../../a.frag"}) {
+    EXPECT_THAT(CheckWith(R"("params": [], "blend_script": ")" + std::string(file) + "\""),
+                ElementsAre(HasSubstr("d:7: error: /blend_script: ")))
+        << file;
+    EXPECT_THAT(CheckWith(R"("params": [], "blend_script": ")" + std::string(file) + "\""),
+                ElementsAre(HasSubstr("leads out of the package")))
+        << file;
+  }
+}
+
 TEST_F(DescriptionCheck, EffectTypeMustBeExact) {
   EXPECT_THAT(Check(R"({"unique_name": "x", "display_name": "X", "params": [],
                         "opengl_frag": ["audio_visualization_geometry.frag"]})"),

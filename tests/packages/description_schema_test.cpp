@@ -80,7 +80,8 @@ class DescriptionSchemaTest : public ::testing::Test {
   }
 
   static constexpr std::array<const char*, 4> kBeyondSchemas = {
-      "there is no file", "is outside", "is above", "is the name of an earlier parameter"};
+      "there is no file", "leads out of the package", "is outside", "is above",
+      "is the name of an earlier parameter"};
 
   ScratchFolder folder_;
   DescriptionSchema schema_{KRV_PACKAGES "/description.schema.json"};

@@ -125,6 +125,12 @@ class DescriptionLint {
 
   void LintFile(const std::string& pointer, const std::string& entry) {
     const std::filesystem::path file = PackageFile(folder_, entry);
+    const std::filesystem::path within =
+        file.lexically_normal().lexically_relative(folder_.lexically_normal());
+    if (within.empty() || *within.begin() == "..") {
+      Report(pointer, Severity::kError, "\"" + entry + "\" leads out of the package");
+      return;
+    }
     if (host::platform::IsFile(file)) return;
     Report(pointer, Severity::kError, "there is no file " + host::Utf8(file));
   }
