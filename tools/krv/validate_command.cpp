@@ -34,7 +34,7 @@ constexpr char kLevels[] =
     "   3  what careless hosts do: missing services, sizes, types, strides, times, lost contexts\n"
     "   5  what hostile hosts do: values of no sense, threads, damaged packages; about a minute\n"
     "   8  frames up to 8192 x 8192, longer lives\n"
-    "  10  every effect, every byte of a package: minutes, before a release\n"
+    "  10  every effect, every byte of a package: some minutes, before a release\n"
     "Exit code 0: no test failed; 1: some did; 2: nothing could be tested.";
 
 // The plug-in's packages: those named, or beside the plug-in or the program. Maybe none.

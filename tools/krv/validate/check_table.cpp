@@ -71,6 +71,7 @@ constexpr Check kChecks[] = {
     {"frames.other_inputs", kOrdinary, "The input may be of another size, or missing.",
      CheckOtherInputSizes},
     {"frames.textures", kOrdinary, "Frames may be textures.", CheckTextures},
+    {"frames.in_place", kOrdinary, "A frame may be its own input.", CheckFramesInPlace},
     {"frames.any_order", kOrdinary, "A frame's picture does not depend on the frames before it.",
      CheckFrameOrder},
     {"frames.without_buffer", kBasic, "Frames without a buffer are refused.",

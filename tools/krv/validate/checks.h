@@ -39,6 +39,7 @@ void CheckStrides(Bench& bench);
 void CheckChangingSizes(Bench& bench);
 void CheckOtherInputSizes(Bench& bench);
 void CheckTextures(Bench& bench);
+void CheckFramesInPlace(Bench& bench);
 void CheckFrameOrder(Bench& bench);
 void CheckFramesWithoutBuffer(Bench& bench);
 void CheckOddDescriptions(Bench& bench);

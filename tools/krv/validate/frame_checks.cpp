@@ -213,6 +213,23 @@ void CheckTextures(Bench& bench) {
   });
 }
 
+void CheckFramesInPlace(Bench& bench) {
+  bench.Prepare();
+  const auto look = [&](Trial& trial, bool on_gpu) {
+    FrameCase frame;
+    frame.on_gpu = on_gpu;
+    const std::string where = on_gpu ? " in a texture" : " in memory";
+    bench.examiner().Step("a frame of \"" + trial.name() + "\"" + where);
+    const auto apart = trial.Render(frame);
+    frame.in_place = true;
+    bench.examiner().Step("a frame of \"" + trial.name() + "\" over its own input" + where);
+    bench.examiner().Expect(trial.Render(frame) == apart, "the picture of frames apart", "another");
+  };
+  ForChosenEffects(bench, [&](Trial& trial) { look(trial, false); });
+  bench.Start({.device_apis = {kDeviceOpenGl}});
+  ForChosenEffects(bench, [&](Trial& trial) { look(trial, true); });
+}
+
 void CheckFrameOrder(Bench& bench) {
   constexpr int64_t kFrames = 12;
   bench.Prepare();

@@ -119,25 +119,20 @@ class DamagedPackage {
   int count_ = 0;
 };
 
-// Every how many bytes a file is damaged, and an effect drawn with it.
-struct Steps {
-  size_t damage;
-  size_t draw;  // of the damages
+// How many places of a file are damaged; at the highest strictness all.
+struct Places {
+  size_t thorough;
+  size_t large;
 };
+constexpr Places kOfDescription = {60, 400};
+constexpr Places kOfShader = {20, 200};  // each is compiled
 
-Steps StepsFor(const Bench& bench, size_t size, size_t draws) {
-  const size_t damages = bench.Has(kEverything) ? size : bench.Has(kLarge) ? 400 : 60;
-  const size_t step = std::max<size_t>(1, size / std::max<size_t>(1, damages));
-  return {step, std::max<size_t>(1, std::min(damages, size) / draws)};
-}
-
-// Calls `damage(at, draw)` at places all over a text of that size.
+// Calls `damage` at places all over a text of that size.
 template <class Damage>
-void ForPlaces(const Bench& bench, size_t size, Damage&& damage) {
-  const size_t draws = bench.Has(kEverything) ? 200 : 20;
-  const Steps steps = StepsFor(bench, size, draws);
-  size_t i = 0;
-  for (size_t at = 0; at < size; at += steps.damage, ++i) damage(at, i % steps.draw == 0);
+void ForPlaces(const Bench& bench, size_t size, const Places& places, Damage&& damage) {
+  const size_t wanted = bench.Has(kLarge) ? places.large : places.thorough;
+  const size_t step = bench.Has(kEverything) ? 1 : std::max<size_t>(1, size / wanted);
+  for (size_t at = 0; at < size; at += step) damage(at);
 }
 
 std::vector<fs::path> Packages(Bench& bench, bool with_shader) {
@@ -147,7 +142,7 @@ std::vector<fs::path> Packages(Bench& bench, bool with_shader) {
       if (!with_shader || ShaderFile(package)) packages.push_back(package);
     }
   }
-  packages.resize(std::min<size_t>(packages.size(), bench.Has(kEverything) ? 2 : 1));
+  packages.resize(std::min<size_t>(packages.size(), 1));
   return packages;
 }
 
@@ -174,18 +169,21 @@ std::string Flipped(std::string text, size_t at) {
   return text;
 }
 
+// Every how many damaged descriptions an effect is drawn.
+constexpr size_t kDrawn = 16;
+
 template <class Change>
 void DamageDescriptions(Bench& bench, const char* what, Change&& change) {
   bench.Prepare();
   const auto before = SoundPicture(bench);
   for (const fs::path& original : Packages(bench, false)) {
     DamagedPackage package(bench, original);
-    ForPlaces(bench, package.NextDescription().size(), [&](size_t at, bool draw) {
+    ForPlaces(bench, package.NextDescription().size(), kOfDescription, [&](size_t at) {
       bench.examiner().Step("the package " + host::Utf8(original.filename()) +
                             " with its description " + what + " at byte " + std::to_string(at));
       const std::string text = package.NextDescription();
       if (at < text.size()) package.Write(host::kDescriptionFileName, change(text, at));
-      package.Live(draw);
+      package.Live(at % kDrawn == 0);
     });
   }
   ExpectSoundPicture(bench, before);
@@ -199,8 +197,7 @@ void DamageShaders(Bench& bench, const char* what, Change&& change) {
     const fs::path shader = *ShaderFile(original);
     const std::string source = ReadFile(shader);
     DamagedPackage package(bench, original);
-    ForPlaces(bench, source.size(), [&](size_t at, bool draw) {
-      if (!draw) return;  // shaders are read when an effect is initialised
+    ForPlaces(bench, source.size(), kOfShader, [&](size_t at) {
       bench.examiner().Step("the package " + host::Utf8(original.filename()) +
                             " with a shader file " + what + " at byte " + std::to_string(at));
       package.Write(host::kDescriptionFileName, package.NextDescription());

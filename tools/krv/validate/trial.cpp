@@ -103,7 +103,7 @@ int32_t Trial::Process(HostState state, const FrameCase& frame, HostFrame* input
   context.index = frame.index;
   context.rate_numerator = frame.rate_numerator;
   context.rate_denominator = frame.rate_denominator;
-  context.input = frame.has_input ? input : nullptr;
+  context.input = frame.in_place ? output : frame.has_input ? input : nullptr;
   context.output = output;
   context.audio = frame.audio == nullptr ? sound.block() : frame.audio;
   context.person_mask = frame.person_mask == nullptr ? &person : frame.person_mask;
@@ -133,8 +133,9 @@ void Trial::LookAtPixels(const FrameCase& frame, int32_t code, const GuardedPict
   examiner_.Expect(output.GuardsAreWhole(), "nothing written beside the rows of the output",
                    "changed bytes there");
   if (code != kOk) {
-    examiner_.Expect(output.RowsHold(background), "an output untouched by a failing frame",
-                     "changed pixels");
+    const bool untouched = frame.in_place ? output.TakeRows() == TestPattern(frame.output)
+                                          : output.RowsHold(background);
+    examiner_.Expect(untouched, "an output untouched by a failing frame", "changed pixels");
     return;
   }
   examiner_.Expect(!output.RowsHold(background), "a written output", "one that was not touched");
@@ -149,6 +150,7 @@ std::optional<Rows> Trial::RenderInMemory(HostState state, const FrameCase& fram
   input.SetRows(pattern);
   GuardedPicture output(frame.output);
   output.FillRows(background);
+  if (frame.in_place) output.SetRows(pattern);
   host::MemoryFrame input_frame(input.Description(), input.pixels());
   host::MemoryFrame output_frame(output.Description(), output.pixels());
   const int32_t code = Process(state, frame, &input_frame, &output_frame);
@@ -172,7 +174,7 @@ std::optional<Rows> Trial::RenderOnGpu(HostState state, const FrameCase& frame) 
   input->Upload(pattern.data(), frame.input.RowBytes());
   Rows rows(TestPattern(frame.output).size(),
             state == HostState::kPlain ? kBackground : kOtherBackground);
-  output->Upload(rows.data(), frame.output.RowBytes());
+  output->Upload((frame.in_place ? pattern : rows).data(), frame.output.RowBytes());
   const int32_t code = Process(state, frame, input.get(), output.get());
   Rows left = pattern;
   input->ReadPixels(left.data(), frame.input.RowBytes());

@@ -49,6 +49,7 @@ struct FrameCase {
   std::map<std::string, ParameterValue, std::less<>> answers = {};
   const ParameterValue* refusal = nullptr;
   bool has_input = true;
+  bool in_place = false;  // the output is its own input
   bool on_gpu = false;
   // The codes allowed; without kOk an untouched picture is expected.
   std::vector<int32_t> codes = {kOk};
