@@ -98,6 +98,24 @@ TEST_F(PXImageKrvTest, DeeperFramesKeepTheirDepthInDownloads) {
             CV_32FC4);
 }
 
+// OpenCV refuses rows that begin in the middle of a channel.
+TEST_F(PXImageKrvTest, DownloadsOfDeepFramesWithOddStridesHaveRowsOfWholeChannels) {
+  for (const auto& [type, matrix_type] : {std::pair{kPixel16, CV_16UC4}, {kPixelFloat, CV_32FC4}}) {
+    host::MemoryFrame frame(3, 2, type, 3 * host::BytesPerPixel(type) + 1);
+    auto* const bytes = static_cast<uint8_t*>(frame.GetPixels());
+    std::fill_n(bytes + 3 * host::BytesPerPixel(type) + 1, host::BytesPerPixel(type), uint8_t{62});
+    const auto image = CreateImageFromFrame(EffectImage::Wrap(&frame), nullptr);
+    cv::Mat matrix;  // over the image's own buffer
+    image->Download(matrix);
+    ASSERT_EQ(matrix.type(), matrix_type);
+    ASSERT_EQ(matrix.size(), cv::Size(3, 2));
+    for (size_t i = 0; i < matrix.elemSize(); ++i) {
+      EXPECT_EQ(matrix.ptr(0)[i], 0) << "type " << type;
+      EXPECT_EQ(matrix.ptr(1)[i], 62) << "type " << type;
+    }
+  }
+}
+
 TEST_F(PXImageKrvTest, AFrameOnTheGpuIsDrawnIntoItsOwnTextureWhichIsNeverDeleted) {
   const auto frame = MakeTextureFrame(4, 4);
   auto image = CreateImageFromFrame(EffectImage::Wrap(frame.get()), nullptr);

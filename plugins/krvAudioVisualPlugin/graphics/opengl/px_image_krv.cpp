@@ -36,11 +36,13 @@ bool PXImage_KRV::Attach(std::shared_ptr<EffectImage> frame, const void* pixels,
 
 cv::Mat& PXImage_KRV::Download(cv::Mat& matrix) {
   if (frame_ == nullptr) return PXImage_OpenGL::Download(matrix);
-  std::byte* buffer = PixelBuffer();
-  if (!frame_->ReadPixels(buffer, static_cast<int32_t>(stride_))) return matrix;
   // A float frame holds its own type here; only textures are read under the 16-bit one.
   const int type = data_type_ == DataType::kFloat ? CV_32FC4 : MatrixType();
-  matrix = cv::Mat(static_cast<int>(height_), static_cast<int>(width_), type, buffer, stride_);
+  // The rows of a matrix are whole channels apart; those of a host's frame need not be.
+  const auto stride = stride_ - stride_ % static_cast<uint32_t>(CV_ELEM_SIZE1(type));
+  std::byte* buffer = PixelBuffer();
+  if (!frame_->ReadPixels(buffer, static_cast<int32_t>(stride))) return matrix;
+  matrix = cv::Mat(static_cast<int>(height_), static_cast<int>(width_), type, buffer, stride);
   return matrix;
 }
 
