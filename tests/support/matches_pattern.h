@@ -3,19 +3,20 @@
 
 #include <gmock/gmock.h>
 
-#include <regex>
 #include <string>
 
 namespace krv::test {
 
-// Whether the whole text matches a regular expression in ECMAScript's grammar.
+// Whether the whole text, or a part of it, matches a regular expression in ECMAScript's grammar.
+bool Matches(const std::string& text, const std::string& pattern);
+bool HasMatch(const std::string& text, const std::string& pattern);
+
 MATCHER_P(MatchesPattern, pattern, std::string("matches the pattern ") + pattern) {
-  return std::regex_match(std::string(arg), std::regex(pattern));
+  return Matches(std::string(arg), pattern);
 }
 
-// Whether a part of the text does.
 MATCHER_P(HasPattern, pattern, std::string("has a part that matches the pattern ") + pattern) {
-  return std::regex_search(std::string(arg), std::regex(pattern));
+  return HasMatch(std::string(arg), pattern);
 }
 
 }  // namespace krv::test
