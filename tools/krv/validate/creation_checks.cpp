@@ -8,17 +8,20 @@ namespace {
 
 constexpr size_t kLongText = 1 << 20;  // bytes
 
-// Where an instance would be stored; nobody looks at what it points to.
-KRVEffect* const kUntouched = reinterpret_cast<KRVEffect*>(uintptr_t{0x5A5A5A50});
+// What the caller's pointer holds before; it points to no instance.
+KRVEffect* Untouched() {
+  static uint64_t nothing[8] = {};
+  return reinterpret_cast<KRVEffect*>(nothing);
+}
 
 void Refuse(Bench& bench, const std::string& what, const char* name, int32_t kind) {
   Examiner& examiner = bench.examiner();
   examiner.Step("CreateKRVEffect with " + what);
-  KRVEffect* effect = kUntouched;
+  KRVEffect* effect = Untouched();
   const int32_t code = examiner.Call(
       "CreateKRVEffect", [&] { return bench.plugin().create_effect(name, kind, &effect); });
   examiner.ExpectCode("CreateKRVEffect", code, {kNothingToDo});
-  examiner.Expect(effect == kUntouched, "the pointer left alone", "a changed one");
+  examiner.Expect(effect == Untouched(), "the pointer left alone", "a changed one");
 }
 
 }  // namespace

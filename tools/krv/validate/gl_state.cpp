@@ -213,7 +213,9 @@ std::vector<std::string> ForbiddenChanges(const GlState& before, const GlState& 
     const auto known = reset.find(name);
     if (value == kept || (known != reset.end() && value == known->second)) continue;
     if (value == "0" && MayBeUnbound(name)) continue;
-    changes.push_back(name + " is " + value + ", was " + kept);
+    std::string change = name;
+    change.append(" is ").append(value).append(", was ").append(kept);
+    changes.push_back(std::move(change));
   }
   return changes;
 }

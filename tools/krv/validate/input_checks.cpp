@@ -17,7 +17,7 @@ constexpr int64_t kLargest = std::numeric_limits<int64_t>::max();
 class OddPerson final : public PersonMaskSource {
  public:
   OddPerson(bool has_pixels, int32_t width, int32_t height, int32_t stride, uint8_t filled = 1)
-      : pixels_(64 * 64 * 4, 255),
+      : pixels_(size_t{64} * 64 * 4, 255),
         has_pixels_(has_pixels),
         width_(width),
         height_(height),
@@ -43,10 +43,10 @@ class OddPerson final : public PersonMaskSource {
 
 struct SoundCase {
   std::string what;
+  int64_t start;
   uint32_t channels;
   int32_t sample_frames;
   int32_t rate;
-  int64_t start;
   bool has_samples = true;
 };
 
@@ -59,22 +59,22 @@ void CheckSound(Bench& bench) {
     return samples;
   }();
   const SoundCase cases[] = {
-      {"no channel", 0, 1764, 44100, 0},
-      {"one channel", 1, 1764, 44100, 0},
-      {"255 channels", 255, 1764, 44100, 0},
-      {"256 channels, which count as none", 256, 1764, 44100, 0},
-      {"257 channels, which count as one", 257, 1764, 44100, 0},
-      {"no samples", 2, 0, 44100, 0},
-      {"a null in place of the samples", 2, 1764, 44100, 0, false},
-      {"one sample", 2, 1, 44100, 0},
-      {"two samples", 2, 2, 44100, 0},
-      {"three samples", 1, 3, 44100, 0},
-      {"1,009 samples, a prime number", 2, 1009, 44100, 0},
-      {"half a million samples", 2, 1 << 19, 192000, 0},
-      {"-1 samples", 2, -1, 44100, 0},
-      {"the smallest number of samples", 2, INT32_MIN, 44100, 0},
-      {"a rate of 0", 2, 1764, 0, kLargest},
-      {"a rate below 0", 2, 1764, -1, kSmallest},
+      {"no channel", 0, 0, 1764, 44100},
+      {"one channel", 0, 1, 1764, 44100},
+      {"255 channels", 0, 255, 1764, 44100},
+      {"256 channels, which count as none", 0, 256, 1764, 44100},
+      {"257 channels, which count as one", 0, 257, 1764, 44100},
+      {"no samples", 0, 2, 0, 44100},
+      {"a null in place of the samples", 0, 2, 1764, 44100, false},
+      {"one sample", 0, 2, 1, 44100},
+      {"two samples", 0, 2, 2, 44100},
+      {"three samples", 0, 1, 3, 44100},
+      {"1,009 samples, a prime number", 0, 2, 1009, 44100},
+      {"half a million samples", 0, 2, 1 << 19, 192000},
+      {"-1 samples", 0, 2, -1, 44100},
+      {"the smallest number of samples", 0, 2, INT32_MIN, 44100},
+      {"a rate of 0", kLargest, 2, 1764, 0},
+      {"a rate below 0", kSmallest, 2, 1764, -1},
   };
   bench.Prepare();
   ForChosenEffects(bench, [&](Trial& trial) {
@@ -149,8 +149,9 @@ void CheckPersonMasks(Bench& bench) {
     bench.examiner().Step("slot 1 and a frame of \"" + name + "\"");
     if (!trial.Initialise()) continue;
     const auto before = trial.Render({});
+    const std::string frame_of = std::string("a frame of \"").append(name).append("\"");
     const auto look = [&](const std::string& what, OddPerson person) {
-      bench.examiner().Step("a frame of \"" + name + "\" with a mask " + what);
+      bench.examiner().Step(frame_of + " with a mask " + what);
       FrameCase frame;
       frame.person_mask = &person;
       frame.codes = {kOk, kFailed};
@@ -165,7 +166,7 @@ void CheckPersonMasks(Bench& bench) {
     look("of height -64", {true, 64, -64, 256});
     look("with a stride below its row", {true, 64, 64, 255});
     look("with a stride of -256", {true, 64, 64, -256});
-    bench.examiner().Step("a frame of \"" + name + "\" after odd masks");
+    bench.examiner().Step(frame_of + " after odd masks");
     bench.examiner().Expect(trial.Render({}) == before, "the picture of before", "another");
     trial.Release();
   }

@@ -67,9 +67,11 @@ void CheckInterleavedInstances(Bench& bench) {
   bench.Prepare();
   const std::vector<std::string> names = ThreeNames(bench);
   std::vector<Pictures> expected;
+  expected.reserve(names.size());
   for (const std::string& name : names) expected.push_back(RenderAlone(bench, name));
   bench.examiner().Step("frames of three instances in turn");
   std::vector<Trial> trials;
+  trials.reserve(names.size());
   for (const std::string& name : names) trials.emplace_back(&bench, name);
   for (Trial& trial : trials) {
     if (!trial.Initialise()) return;

@@ -44,7 +44,7 @@ class OddFrames {
 
   // A frame as output, over a buffer for 64 x 48 pixels of 8 bits, or null.
   void AsOutput(const std::string& what, const FrameDescription& description, bool has_buffer,
-                std::vector<int32_t> codes, int32_t describe_code = kOk) {
+                const std::vector<int32_t>& codes, int32_t describe_code = kOk) {
     GuardedPicture picture({});
     picture.FillRows(kBackground);
     OddFrame output(description, has_buffer ? picture.pixels() : nullptr, describe_code);
@@ -56,7 +56,7 @@ class OddFrames {
   }
 
   void AsInput(const std::string& what, const FrameDescription& description, bool has_buffer,
-               std::vector<int32_t> codes, int32_t describe_code = kOk) {
+               const std::vector<int32_t>& codes, int32_t describe_code = kOk) {
     GuardedPicture picture({});
     const Rows pattern = TestPattern(picture.shape());
     picture.SetRows(pattern);

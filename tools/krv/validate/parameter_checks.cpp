@@ -186,6 +186,7 @@ void CheckParameterTexts(Bench& bench) {
     if (parameter.kind != kKindText) return;
     const std::vector<std::string> texts = OddTexts(parameter.default_text);
     std::vector<Answer> answers;
+    answers.reserve(texts.size());
     for (const std::string& text : texts) {
       answers.push_back({"the text " + Shown(text), TextRecord(text.c_str())});
     }

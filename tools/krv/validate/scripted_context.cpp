@@ -31,11 +31,12 @@ int32_t ScriptedContext::GetParameterValue(const char* name, int64_t /*the same 
 
 int32_t ScriptedContext::QueryProperty(const char* name, int32_t type, void* result,
                                        uint32_t size) {
+  constexpr uint32_t kPointerBytes = sizeof(void*);
   if (std::string_view(name) != kPersonMaskProperty || type != kPropertyPointer ||
-      size != sizeof(person_mask)) {
+      size != kPointerBytes) {
     return kNothingToDo;
   }
-  std::memcpy(result, &person_mask, sizeof(person_mask));
+  std::memcpy(result, &person_mask, kPointerBytes);
   return kOk;
 }
 

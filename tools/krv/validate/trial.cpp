@@ -20,10 +20,11 @@ constexpr int32_t kSampleRate = 44100;
 constexpr int32_t kPersonSize = 64;  // pixels each way
 
 std::vector<int16_t> Samples(int64_t frame_index) {
-  std::vector<int16_t> samples(kSampleFrames * kChannels);
+  std::vector<int16_t> samples(size_t{kSampleFrames} * kChannels);
   const double tone = 0.02 + 0.01 * static_cast<double>(frame_index % 13);
   for (size_t i = 0; i < samples.size(); ++i) {
-    samples[i] = static_cast<int16_t>(12000 * std::sin(tone * static_cast<double>(i / kChannels)));
+    const size_t position = i / kChannels;
+    samples[i] = static_cast<int16_t>(12000 * std::sin(tone * static_cast<double>(position)));
   }
   return samples;
 }
@@ -44,7 +45,7 @@ TestSound::TestSound(int64_t frame_index)
     : samples_(Samples(frame_index)),
       block_({samples_.data(), kSampleFrames, kChannels, kSampleRate, 0}) {}
 
-TestPerson::TestPerson() : pixels_(kPersonSize * kPersonSize * 4) {
+TestPerson::TestPerson() : pixels_(size_t{kPersonSize} * kPersonSize * 4) {
   for (int32_t y = 0; y < kPersonSize; ++y) {
     for (int32_t x = 0; x < kPersonSize; ++x) {
       const int32_t dx = x - kPersonSize / 2;
