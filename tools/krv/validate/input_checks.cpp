@@ -151,7 +151,7 @@ void CheckPersonMasks(Bench& bench) {
     const auto before = trial.Render({});
     const std::string frame_of = std::string("a frame of \"").append(name).append("\"");
     const auto look = [&](const std::string& what, OddPerson person) {
-      bench.examiner().Step(frame_of + " with a mask " + what);
+      bench.examiner().Step(std::string(frame_of).append(" with a mask ").append(what));
       FrameCase frame;
       frame.person_mask = &person;
       frame.codes = {kOk, kFailed};
