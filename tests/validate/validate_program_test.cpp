@@ -128,17 +128,9 @@ TEST_F(Validate, PictureThatDependsOnTheFramesBeforeIsFound) {
   ExpectFound("rude_plugin", "frames.any_order", "failed", "expected the same picture");
 }
 
-// An exception between two libraries that each carry their own runtime ends the process.
-#if defined(_WIN32)
-constexpr char kThrown[] = "crashed";
-constexpr char kThrownText[] = "during: slot 4 with null";
-#else
-constexpr char kThrown[] = "failed";
-constexpr char kThrownText[] = "expected no exception from slot 4, came one that says: no context";
-#endif
-
 TEST_F(Validate, ExceptionIsFound) {
-  ExpectFound("rude_plugin", "order.null_arguments", kThrown, kThrownText);
+  ExpectFound("rude_plugin", "order.null_arguments", "failed",
+              "expected no exception from slot 4, came one that says: no context");
 }
 
 TEST_F(Validate, OneFaultOfManyTestsIsOneFinding) {
