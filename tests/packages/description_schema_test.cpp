@@ -79,7 +79,7 @@ class DescriptionSchemaTest : public ::testing::Test {
     return Accepts(json::parse(kSoundDescription).patch(json::parse(patch)));
   }
 
-  static constexpr std::array<const char*, 4> kBeyondSchemas = {
+  static constexpr std::array<const char*, 5> kBeyondSchemas = {
       "there is no file", "leads out of the package", "is outside", "is above",
       "is the name of an earlier parameter"};
 
