@@ -61,25 +61,25 @@ int64_t Validation::Checks() const {
       [](int64_t sum, const CheckResult& result) { return sum + result.journal.checks; });
 }
 
-std::vector<Finding> Validation::Findings() const {
-  std::vector<Finding> findings;
+std::vector<Complaint> Validation::Complaints() const {
+  std::vector<Complaint> complaints;
   for (const CheckResult& result : results) {
     std::set<std::string> seen;
     for (const std::string& failure : AllFailures(result)) {
       const std::string about = About(failure);
       if (failure.starts_with(kMore) || !seen.insert(about).second) continue;
-      const auto same = [&](const Finding& finding) { return finding.what == about; };
-      auto found = std::find_if(findings.begin(), findings.end(), same);
-      if (found == findings.end()) {
-        findings.push_back({about, 0, std::string(result.check->name) + ": " + failure});
-        found = std::prev(findings.end());
+      const auto same = [&](const Complaint& complaint) { return complaint.what == about; };
+      auto found = std::find_if(complaints.begin(), complaints.end(), same);
+      if (found == complaints.end()) {
+        complaints.push_back({about, 0, std::string(result.check->name) + ": " + failure});
+        found = std::prev(complaints.end());
       }
       ++found->tests;
     }
   }
-  std::stable_sort(findings.begin(), findings.end(),
-                   [](const Finding& a, const Finding& b) { return a.tests > b.tests; });
-  return findings;
+  std::stable_sort(complaints.begin(), complaints.end(),
+                   [](const Complaint& a, const Complaint& b) { return a.tests > b.tests; });
+  return complaints;
 }
 
 std::string ToText(const CheckResult& result) {
@@ -104,9 +104,9 @@ std::string ToText(const CheckResult& result) {
 
 std::string Summary(const Validation& validation) {
   std::string text;
-  for (const Finding& finding : validation.Findings()) {
-    text += (text.empty() ? "\nFound:\n" : "") + std::to_string(finding.tests) + " x  " +
-            finding.what + "\n" + kIndent + "first in " + finding.first + "\n";
+  for (const Complaint& complaint : validation.Complaints()) {
+    text += (text.empty() ? "\nFound:\n" : "") + std::to_string(complaint.tests) + " x  " +
+            complaint.what + "\n" + kIndent + "first in " + complaint.first + "\n";
   }
   char line[160];
   std::snprintf(line, sizeof line,
@@ -124,9 +124,9 @@ bool WriteReport(const Validation& validation, const std::filesystem::path& file
                               {"failed", validation.Failures()},
                               {"seconds", validation.seconds}};
   json["findings"] = nlohmann::ordered_json::array();
-  for (const Finding& finding : validation.Findings()) {
+  for (const Complaint& complaint : validation.Complaints()) {
     json["findings"].push_back(
-        {{"what", finding.what}, {"tests", finding.tests}, {"first", finding.first}});
+        {{"what", complaint.what}, {"tests", complaint.tests}, {"first", complaint.first}});
   }
   json["results"] = nlohmann::ordered_json::array();
   for (const CheckResult& result : validation.results) json["results"].push_back(ToJson(result));

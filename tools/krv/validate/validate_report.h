@@ -10,7 +10,7 @@
 namespace krv::tool {
 
 // One thing that is wrong, which may be the reason why many tests fail.
-struct Finding {
+struct Complaint {
   std::string what;   // what was expected, or the crash
   int64_t tests = 0;  // in how many it was found
   std::string first;  // the first one's name, and how it was found there
@@ -23,13 +23,13 @@ struct Validation {
 
   int64_t Failures() const;               // tests that did not pass
   int64_t Checks() const;                 // things looked at, in all tests
-  std::vector<Finding> Findings() const;  // the most frequent first
+  std::vector<Complaint> Complaints() const;  // the most frequent first
 };
 
 // One test: a line, and below it one line for each of its first failures.
 std::string ToText(const CheckResult& result);
 
-// The findings and the last line.
+// The complaints and the last line.
 std::string Summary(const Validation& validation);
 
 // False when the file cannot be written.
