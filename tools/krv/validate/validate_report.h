@@ -21,8 +21,8 @@ struct Validation {
   std::vector<CheckResult> results;
   double seconds = 0;
 
-  int64_t Failures() const;               // tests that did not pass
-  int64_t Checks() const;                 // things looked at, in all tests
+  int64_t Failures() const;                   // tests that did not pass
+  int64_t Checks() const;                     // things looked at, in all tests
   std::vector<Complaint> Complaints() const;  // the most frequent first
 };
 
