@@ -31,9 +31,24 @@ std::vector<int16_t> FallingNoise() {
   return samples;
 }
 
+std::string ContentsOf(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 Json DescriptionOf(const std::string& name) {
-  std::ifstream file(std::filesystem::path(KRV_PACKAGES) / name / "description.json");
-  return Json::parse(file);
+  return Json::parse(ContentsOf(std::filesystem::path(KRV_PACKAGES) / name / "description.json"));
+}
+
+// The shader files that lie in a package's folder.
+std::map<std::string, std::string> FilesOf(const std::string& name) {
+  std::map<std::string, std::string> files;
+  const std::filesystem::path folder = std::filesystem::path(KRV_PACKAGES) / name;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() == ".json") continue;
+    files[entry.path().filename().string()] = ContentsOf(entry.path());
+  }
+  return files;
 }
 
 // The packages that show something without a mask.
@@ -96,6 +111,7 @@ class ShippedPackages : public EffectTest, public testing::WithParamInterface<st
   static std::vector<std::map<std::string, ParameterValue>> Settings() {
     return {{},
             {{"single_color", Int(1)}},
+            {{"use_gradient_color", Bool(0)}},
             {{"glow", Int(1)}},
             {{"manual_rotate", Int(1)}},
             {{"pulse_fill", Bool(0)}},
@@ -113,14 +129,19 @@ class ShippedPackages : public EffectTest, public testing::WithParamInterface<st
   host::MemoryFrame picture_{96, 72, kPixel8};
 };
 
-TEST_P(ShippedPackages, AreNamedAfterTheirFolder) {
-  EXPECT_EQ(description_["unique_name"], "audio_visualization_" + GetParam());
+// Effects that draw a mesh bear the name that chooses their class.
+TEST_P(ShippedPackages, AreNamedAfterTheirFolderOrTheirClass) {
+  const bool has_mesh = description_.contains("opengl_vert");
+  EXPECT_EQ(description_["unique_name"],
+            "audio_visualization_" + (has_mesh ? "3d_geometry" : GetParam()));
 }
 
 TEST_P(ShippedPackages, EveryParameterOnShowChangesThePicture) {
   Package package;
   package.description = description_;
-  package.description.erase("unique_name");
+  package.description["unique_name"] =
+      description_["unique_name"].get<std::string>() + "_under_test";
+  package.files = FilesOf(GetParam());
   const Instance effect = host_.Make(std::move(package));
   for (const Json& parameter : description_["params"]) {
     if (parameter.value("ui_type", "") == "NoShow") continue;
