@@ -56,8 +56,8 @@ class KRVEffect {
   // Slot 10 [gl-thread]. Asks the context for every parameter at its frame index and stores the
   // values. Slot 4 does it itself. 0, or 4.
   virtual int32_t ApplyParameters(EffectContext* context) = 0;
-  // Slot 11 [any-thread, also during slot 4]. Stores one value under a uniform's name for every
-  // pass. The value is copied; texts are ignored. 0, or 4.
+  // Slot 11 [any-thread, also during slots 1, 4 and 7]. Stores one value under a uniform's name for
+  // every pass. The value is copied; texts are ignored. 0, or 4.
   virtual int32_t SetUniform(const char* name, const ParameterValue* value) = 0;
 
   // Slots 12 to 16 are the instance's own; a host never calls them.

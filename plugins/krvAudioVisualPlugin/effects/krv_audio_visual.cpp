@@ -46,6 +46,7 @@ int32_t KRVAudioVisual::BuildDevice() {
   EffectPrograms programs;
   if (graphics == nullptr || !BuildPrograms(*description_, programs)) return kFailed;
   graphics_ = std::move(graphics);
+  const std::lock_guard lock(passes_mutex_);
   passes_ = std::move(programs.passes);
   blend_.program = std::move(programs.blend);
   return kOk;
@@ -70,7 +71,10 @@ int32_t KRVAudioVisual::ProcessFrameAgain(EffectContext* context) { return Proce
 
 int32_t KRVAudioVisual::ReleaseResources() {
   return GuardHostCall([&]() -> int32_t {
-    passes_.clear();
+    {
+      const std::lock_guard lock(passes_mutex_);
+      passes_.clear();
+    }
     blend_.program.reset();
     {
       const std::lock_guard lock(blend_.mutex);
@@ -97,6 +101,7 @@ int32_t KRVAudioVisual::ApplyParameters(EffectContext* context) {
 int32_t KRVAudioVisual::SetUniform(const char* name, const ParameterValue* value) {
   return GuardHostCall([&]() -> int32_t {
     if (name == nullptr || value == nullptr) return kFailed;
+    const std::lock_guard lock(passes_mutex_);
     for (const auto& pass : passes_) StoreUniform(*pass, name, *value);
     StoreUniform(blend_, name, *value);
     return kOk;

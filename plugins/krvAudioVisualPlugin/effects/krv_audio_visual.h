@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <opencv2/core.hpp>
 #include <string>
 #include <string_view>
@@ -106,6 +107,7 @@ class KRVAudioVisual : public KRVEffect {
   EffectSize effect_size_ = {0, 0};
   std::shared_ptr<PXImage> intermediates_[2];  // results of all passes but the last, in turn
   std::shared_ptr<PXGraphics> graphics_;
+  // Changed on the GL thread alone, under the mutex, since uniforms are set from any thread.
   std::vector<std::unique_ptr<PassRecord>> passes_;
   PassRecord blend_;
   std::shared_ptr<const EffectDescription> description_;
@@ -116,6 +118,7 @@ class KRVAudioVisual : public KRVEffect {
   int64_t last_frame_index_ = -1;
   float level_smoothing_ = 0;  // weight of the past for spectrum and level; 0: none
   std::shared_ptr<AudioVisualProcess> audio_;
+  std::mutex passes_mutex_;
 };
 
 }  // namespace krv

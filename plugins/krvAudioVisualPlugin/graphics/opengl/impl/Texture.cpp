@@ -175,8 +175,8 @@ bool Texture::ReadBack(void* destination, int32_t stride) const {
   glActiveTexture(GL_TEXTURE0);
   CheckGl();
   Bind();
-  pool.BindFramebuffer(name_);
-  bool read = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+  bool read = pool.BindFramebuffer(name_) &&
+              glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
   CheckGl();
   if (read) {
     const size_t row_bytes = RowBytes();

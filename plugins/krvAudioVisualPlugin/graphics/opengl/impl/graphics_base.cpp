@@ -94,8 +94,8 @@ bool Graphics_Base::Render(const DrawDescription& draw) {
 
   glActiveTexture(GL_TEXTURE0);
   target->Bind();
-  pool.BindFramebuffer(target->name());
-  bool drawn = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+  bool drawn = pool.BindFramebuffer(target->name()) &&
+               glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
   if (drawn) {
     // Effects rely on starting from exactly this colour: green without opacity.
     glClearColor(0.0f, 1.0f, 0.0f, 0.0f);

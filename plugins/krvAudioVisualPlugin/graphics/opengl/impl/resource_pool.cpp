@@ -271,24 +271,26 @@ void ResourcePool::Trim(ContextRecords& context) {
   }
 }
 
-void ResourcePool::BindFramebuffer(uint32_t name) {
+bool ResourcePool::BindFramebuffer(uint32_t name) {
   const std::lock_guard lock(mutex_);
   ContextRecords* context = Current();
-  if (context == nullptr) return;
+  if (context == nullptr) return false;
   const auto found = context->records.find(name);
-  if (found == context->records.end()) return;
+  if (found == context->records.end()) return false;
   uint32_t& framebuffer = found->second.framebuffer;
   if (framebuffer != 0) {
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     CheckGl();
-    return;
+    return true;
   }
   glGenFramebuffers(1, &framebuffer);
   CheckGl();
+  if (framebuffer == 0) return false;  // the name of the host's window
   glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
   CheckGl();
   glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, name, 0);
   CheckGl();
+  return true;
 }
 
 void ResourcePool::UnbindFramebuffer(uint32_t name) {

@@ -45,9 +45,10 @@ class ResourcePool {
   // work is put off until it is; when it is gone, nothing happens.
   void Release(uint32_t name, uint64_t owner);
 
-  // Binds the texture's framebuffer to GL_FRAMEBUFFER, making it first if need be. A name without a
-  // record does nothing. The caller checks completeness.
-  void BindFramebuffer(uint32_t name);
+  // Binds the texture's framebuffer to GL_FRAMEBUFFER, making it first if need be. False, with
+  // nothing bound, for a name without a record and when GL gives none. The caller checks
+  // completeness.
+  bool BindFramebuffer(uint32_t name);
 
   // Binds framebuffer 0 and deletes the texture's framebuffer.
   void UnbindFramebuffer(uint32_t name);
