@@ -1,6 +1,10 @@
 // The functions that the library exports.
 #include <cstring>
+#include <memory>
+#include <mutex>
 #include <opencv2/core.hpp>
+#include <utility>
+#include <vector>
 
 #include "krv/ai_filter.h"
 #include "person_filter.h"
@@ -19,13 +23,21 @@ cv::Mat View(const uint8_t* pixels, int32_t width, int32_t height, int32_t strid
   return {height, width, CV_8UC4, const_cast<uint8_t*>(pixels), static_cast<size_t>(stride)};
 }
 
+// Filters live until the process ends; the list is never destroyed.
+void* Keep(std::unique_ptr<PersonFilter> filter) {
+  static std::mutex mutex;
+  static auto* filters = new std::vector<std::unique_ptr<PersonFilter>>;
+  const std::lock_guard lock(mutex);
+  return filters->emplace_back(std::move(filter)).get();
+}
+
 }  // namespace
 }  // namespace krv
 
 void* CreateNLEAIEffectFilterFromGUID(const char* guid, const char* folder) {
   if (guid == nullptr || std::strcmp(guid, krv::kAiFilterGuid) != 0) return nullptr;
   try {
-    return new krv::PersonFilter(folder != nullptr ? folder : "");
+    return krv::Keep(std::make_unique<krv::PersonFilter>(folder != nullptr ? folder : ""));
   } catch (...) {
     return nullptr;
   }
