@@ -34,26 +34,11 @@ class OutlineBars : public PackageTest {
 
 TEST_F(OutlineBars, EveryParameterChangesThePicture) {
   MakeLogo();
-  ExpectEveryParameterShows(session_.get(),
-                            {{"point_size", 0.6f, {}},
-                             {"point_gap", 0.5f, {}},
-                             {"max_length", 20, {}},
-                             {"behind", false, {}},
-                             {"alpha", 40.0f, {}},
-                             {"single_color", 1, {}},
-                             {"color", 255, {{"single_color", 1}}},
-                             {"color_speed", 0.4f, {{"use_gradient_color", false}}},
-                             {"use_gradient_color", false, {}},
-                             {"gradient_color", std::string("2,16711680,0;255,100"), {}},
-                             {"gradient_color_direction", 1, {}},
-                             {"glow", 0, {}},
-                             {"glow_intensity", 0.1f, {}},
-                             {"intensity", 0.5f, {}},
-                             {"audio_db_min", 80.0f, {{"audio_db_max", 135.0f}}},
-                             {"audio_db_max", 135.0f, {}},
-                             {"audio_frequency_min", 0.2f, {}},
-                             {"audio_frequency_max", 0.9f, {}},
-                             {"audio_mirror", false, {}}});
+  ExpectEveryParameterShows(session_.get(), WithFamilyChanges({{"point_size", 0.6f, {}},
+                                                               {"point_gap", 0.5f, {}},
+                                                               {"max_length", 20, {}},
+                                                               {"behind", false, {}},
+                                                               {"audio_mirror", false, {}}}));
 }
 
 TEST_F(OutlineBars, StandAroundALogoThatStaysAsItIs) {

@@ -25,6 +25,26 @@ struct ParameterChange {
   Values needs;
 };
 
+// `own` and the changes of what the family's effects have in common: opacity, colours, light and
+// the part of the sound that they follow.
+inline std::vector<ParameterChange> WithFamilyChanges(std::vector<ParameterChange> own) {
+  own.insert(own.end(), {{"alpha", 40.0f, {}},
+                         {"single_color", 1, {}},
+                         {"color", 255, {{"single_color", 1}}},
+                         {"color_speed", 0.4f, {{"use_gradient_color", false}}},
+                         {"use_gradient_color", false, {}},
+                         {"gradient_color", std::string("2,16711680,0;255,100"), {}},
+                         {"gradient_color_direction", 1, {}},
+                         {"glow", 0, {}},
+                         {"glow_intensity", 0.1f, {}},
+                         {"intensity", 0.5f, {}},
+                         {"audio_db_min", 80.0f, {{"audio_db_max", 135.0f}}},
+                         {"audio_db_max", 135.0f, {}},
+                         {"audio_frequency_min", 0.2f, {}},
+                         {"audio_frequency_max", 0.9f, {}}});
+  return own;
+}
+
 inline bool Same(const host::Picture& a, const host::Picture& b) {
   if (a.width() != b.width() || a.height() != b.height()) return false;
   for (int y = 0; y < a.height(); ++y) {

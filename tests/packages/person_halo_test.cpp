@@ -15,31 +15,17 @@ class PersonHalo : public PackageTest {
 
 TEST_F(PersonHalo, EveryParameterChangesThePicture) {
   ExpectEveryParameterShows(session_.get(),
-                            {{"radius", 60.0f, {}},
-                             {"reach", 20.0f, {}},
-                             {"line_width", 6.0f, {}},
-                             {"spectrum_count", 30, {}},
-                             {"spectrum_width", 0.2f, {}},
-                             {"feather", 4.0f, {}},
-                             {"position_x", 20.0f, {}},
-                             {"position_y", 60.0f, {}},
-                             {"rotate_direction", 1, {{"rotate_speed", 0.5f}}},
-                             {"rotate_speed", 1.0f, {}},
-                             {"alpha", 40.0f, {}},
-                             {"single_color", 1, {}},
-                             {"color", 255, {{"single_color", 1}}},
-                             {"color_speed", 0.4f, {{"use_gradient_color", false}}},
-                             {"use_gradient_color", false, {}},
-                             {"gradient_color", std::string("2,16711680,0;255,100"), {}},
-                             {"gradient_color_direction", 1, {}},
-                             {"glow", 0, {}},
-                             {"glow_intensity", 0.1f, {}},
-                             {"intensity", 0.5f, {}},
-                             {"audio_db_min", 80.0f, {{"audio_db_max", 135.0f}}},
-                             {"audio_db_max", 135.0f, {}},
-                             {"audio_frequency_min", 0.2f, {}},
-                             {"audio_frequency_max", 0.9f, {}},
-                             {"audio_mirror", false, {}}});
+                            WithFamilyChanges({{"radius", 60.0f, {}},
+                                               {"reach", 20.0f, {}},
+                                               {"line_width", 6.0f, {}},
+                                               {"spectrum_count", 30, {}},
+                                               {"spectrum_width", 0.2f, {}},
+                                               {"feather", 4.0f, {}},
+                                               {"position_x", 20.0f, {}},
+                                               {"position_y", 60.0f, {}},
+                                               {"rotate_direction", 1, {{"rotate_speed", 0.5f}}},
+                                               {"rotate_speed", 1.0f, {}},
+                                               {"audio_mirror", false, {}}}));
 }
 
 // The ring runs over the person's body and beside it.
