@@ -162,6 +162,14 @@ bool EffectSession::RenderFrame(const FrameRequest& request, void* output, int32
   return rendered;
 }
 
+bool EffectSession::ProcessFrame(const FrameRequest& request, HostFrame* input, HostFrame* output,
+                                 std::string* error) {
+  instance_->ClearInputs();
+  const bool processed = Process(request, input, output, error);
+  host_->services().DeleteReleasedFrames();
+  return processed;
+}
+
 bool EffectSession::RenderInMemory(const FrameRequest& request, void* output, int32_t output_stride,
                                    std::string* error) {
   FrameDescription description{request.pixel_type, kFrameInMemory, request.width, request.height,

@@ -67,6 +67,12 @@ class EffectSession {
   // The values of the coming frames; parameters without one keep their default.
   ParameterValues& parameters() { return parameters_; }
 
+  // Renders one frame from one of the caller's frames into another: slots 3 and 4, and nothing
+  // beside them. The request's index, rate and audio count. The host's context must be current.
+  // False on failure, with one line in *error.
+  bool ProcessFrame(const FrameRequest& request, HostFrame* input, HostFrame* output,
+                    std::string* error);
+
   // Takes the values of the coming frames from `source` instead, which must outlive the session;
   // null goes back to parameters().
   void SetParameterSource(const ParameterSource* source) { source_ = source; }

@@ -20,6 +20,7 @@ void Apply(const PackageChanges& changes, nlohmann::ordered_json& description) {
     description.erase("blend_script");
     if (!changes.blend_script->empty()) description["blend_script"] = *changes.blend_script;
   }
+  if (changes.quality) description["quality"] = *changes.quality;
 }
 
 // Rewrites the description in `folder` and returns its new unique name.

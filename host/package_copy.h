@@ -19,6 +19,7 @@ struct PackageChanges {
   std::optional<bool> without_blend = {};
   std::optional<std::vector<std::string>> fragment_shaders = {};  // "opengl_frag"
   std::optional<std::string> blend_script = {};                   // an empty text removes it
+  std::optional<std::string> quality = {};
 };
 
 // A copy of a package's folder, removed with the object. Shader files outside the folder are not

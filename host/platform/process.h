@@ -21,6 +21,14 @@ std::vector<std::string> ProgramArguments(int argc, char** argv);
 // The memory of this process that is in use and not swapped out, in bytes.
 int64_t ResidentBytes();
 
+// The processor time that all threads of this process have used, in the program and in the system,
+// in seconds. Windows counts it in steps of about 16 milliseconds.
+double ProcessorSeconds();
+
+// Sets an environment variable of this process, or removes it when `value` is null. Not while
+// another thread runs that may read one.
+void SetVariable(const char* name, const char* value);
+
 // How many files, libraries being loaded and other system objects this process holds open.
 int64_t OpenHandles();
 

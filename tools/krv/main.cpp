@@ -1,4 +1,5 @@
-// The program krv: lists, checks and renders audio-visual effects, and validates plug-ins.
+// The program krv: lists, checks, renders and measures audio-visual effects, and validates
+// plug-ins.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
@@ -6,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench_command.h"
 #include "check_command.h"
 #include "command.h"
 #include "gallery_command.h"
@@ -44,6 +46,7 @@ int Run(std::vector<std::string> arguments) {
   krv::tool::AddRenderCommand(app, &action);
   krv::tool::AddGalleryCommand(app, &action);
   krv::tool::AddValidateCommand(app, &action);
+  krv::tool::AddBenchCommand(app, &action);
   const std::string first = arguments.empty() ? std::string() : arguments.front();
   std::reverse(arguments.begin(), arguments.end());  // the order that parse expects
   try {

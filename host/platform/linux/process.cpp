@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <iterator>
 
@@ -26,6 +28,20 @@ int64_t ResidentBytes() {
   int64_t resident = 0;
   file >> total >> resident;
   return resident * sysconf(_SC_PAGESIZE);
+}
+
+double ProcessorSeconds() {
+  timespec used = {};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+  return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) * 1e-9;
+}
+
+void SetVariable(const char* name, const char* value) {
+  if (value == nullptr) {
+    unsetenv(name);
+  } else {
+    setenv(name, value, /*overwrite=*/1);
+  }
 }
 
 int64_t OpenHandles() {

@@ -6,6 +6,7 @@
 #include <psapi.h>
 #include <shellapi.h>
 
+#include <cstdlib>
 #include <memory>
 
 #include "platform/windows/wide_text.h"
@@ -41,6 +42,24 @@ int64_t ResidentBytes() {
   PROCESS_MEMORY_COUNTERS counters = {};
   GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
   return static_cast<int64_t>(counters.WorkingSetSize);
+}
+
+double ProcessorSeconds() {
+  FILETIME created = {};
+  FILETIME ended = {};
+  FILETIME times[2] = {};
+  GetProcessTimes(GetCurrentProcess(), &created, &ended, &times[0], &times[1]);
+  double seconds = 0;
+  for (const FILETIME& time : times) {
+    const uint64_t steps = uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+    seconds += static_cast<double>(steps) * 1e-7;
+  }
+  return seconds;
+}
+
+// The C library's environment, which getenv reads, and through it the system's.
+void SetVariable(const char* name, const char* value) {
+  _putenv_s(name, value == nullptr ? "" : value);
 }
 
 int64_t OpenHandles() {
