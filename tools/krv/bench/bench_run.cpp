@@ -18,38 +18,58 @@
 namespace krv::tool {
 namespace {
 
-using Packages = std::vector<std::filesystem::path>;
-
 constexpr int kWarmUpFrames = 4;
+
+// The packages as they are measured: those of the user, or copies in the quality that he wishes.
+// They outlive the plug-in, which keeps what it has registered through its restarts.
+class MeasuredPackages {
+ public:
+  MeasuredPackages(const std::vector<std::filesystem::path>& folders,
+                   const std::optional<std::string>& quality) {
+    std::string error;
+    for (const std::filesystem::path& folder : folders) {
+      folders_.push_back(folder);
+      if (quality) {
+        host::PackageChanges changes;
+        changes.quality = quality;
+        copies_.push_back(host::PackageCopy::Create(folder, changes, &error));
+        if (copies_.back() == nullptr) throw std::runtime_error(error);
+        folders_.back() = copies_.back()->folder();
+      }
+      const auto facts = ReadPackageFacts(folders_.back(), &error);
+      if (!facts) throw std::runtime_error(error);
+      facts_.push_back(*facts);
+    }
+  }
+
+  const std::vector<PackageFacts>& facts() const { return facts_; }
+
+  void Register(host::PluginHost* host) const {
+    std::string error;
+    for (const std::filesystem::path& folder : folders_) {
+      if (!host->RegisterPackages(folder, &error)) throw std::runtime_error(error);
+    }
+  }
+
+ private:
+  std::vector<std::unique_ptr<host::PackageCopy>> copies_;
+  std::vector<std::filesystem::path> folders_;
+  std::vector<PackageFacts> facts_;
+};
 
 // A started plug-in with the packages registered.
 class BenchHost {
  public:
-  BenchHost(const std::filesystem::path& plugin, host::DeviceUse form,
-            const BenchSettings& settings)
+  BenchHost(const std::filesystem::path& plugin, const MeasuredPackages& packages,
+            host::DeviceUse form, const BenchSettings& settings)
       : settings_(settings), form_(form) {
     std::string error;
     host_ = host::PluginHost::Create({.plugin = plugin, .device = form}, &error);
     if (host_ == nullptr || !host_->MakeContextCurrent(&error)) throw std::runtime_error(error);
+    packages.Register(host_.get());
   }
 
   host::PluginHost& host() { return *host_; }
-
-  // Registers the package, in the quality that the user wishes, and says what it is like.
-  PackageFacts Register(const std::filesystem::path& folder) {
-    std::string error;
-    std::filesystem::path registered = folder;
-    if (settings_.quality) {
-      host::PackageChanges changes;
-      changes.quality = settings_.quality;
-      copies_.push_back(host::PackageCopy::Create(folder, changes, &error));
-      if (copies_.back() == nullptr) throw std::runtime_error(error);
-      registered = copies_.back()->folder();
-    }
-    const auto facts = ReadPackageFacts(registered, &error);
-    if (!facts || !host_->RegisterPackages(registered, &error)) throw std::runtime_error(error);
-    return *facts;
-  }
 
   FrameRunner Runner(const PackageFacts& facts, BenchScene* scene, const FrameRing* frames) {
     return {host_, {facts.unique_name, settings_.parameters, settings_.instances}, scene, frames};
@@ -61,7 +81,6 @@ class BenchHost {
  private:
   BenchSettings settings_;
   host::DeviceUse form_;
-  std::vector<std::unique_ptr<host::PackageCopy>> copies_;
   std::shared_ptr<host::PluginHost> host_;
 };
 
@@ -163,10 +182,10 @@ std::vector<NamedSpread> MeasureStages(BenchHost* bench, const PackageFacts& fac
   return StageSpreads(times);
 }
 
-std::vector<Measurement> MeasureAllFrames(BenchHost* bench, const Packages& packages) {
+std::vector<Measurement> MeasureAllFrames(BenchHost* bench,
+                                          const std::vector<PackageFacts>& packages) {
   std::vector<Measurement> measurements;
-  for (const std::filesystem::path& package : packages) {
-    const PackageFacts facts = bench->Register(package);
+  for (const PackageFacts& facts : packages) {
     for (const FrameSize size : bench->settings().sizes) {
       measurements.push_back(MeasureFrames(bench, facts, size));
     }
@@ -185,20 +204,21 @@ class StageWish {
 
 }  // namespace
 
-BenchResult RunBench(const std::filesystem::path& plugin, const Packages& packages,
+BenchResult RunBench(const std::filesystem::path& plugin,
+                     const std::vector<std::filesystem::path>& folders,
                      const BenchSettings& settings,
                      const std::function<void(const BenchResult&, const Measurement&)>& done) {
+  const MeasuredPackages packages(folders, settings.quality);
   BenchResult result{{}, settings, {}};
   for (const host::DeviceUse form : settings.forms) {
     std::vector<Measurement> measurements;
     {
-      BenchHost bench(plugin, form, settings);
+      BenchHost bench(plugin, packages, form, settings);
       result.gl_renderer = bench.host().ContextDescription();
-      measurements = MeasureAllFrames(&bench, packages);
+      measurements = MeasureAllFrames(&bench, packages.facts());
     }
     const StageWish wish;
-    BenchHost bench(plugin, form, settings);
-    for (const std::filesystem::path& package : packages) bench.Register(package);
+    BenchHost bench(plugin, packages, form, settings);
     for (Measurement& measurement : measurements) {
       measurement.stages = MeasureStages(&bench, measurement.facts, measurement.size);
       result.measurements.push_back(std::move(measurement));

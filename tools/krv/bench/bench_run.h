@@ -10,11 +10,11 @@
 
 namespace krv::tool {
 
-// Measures every package in every form and at every size. `done` gets each measurement, when its
-// stages are known too, with the renderer that all are measured on. Throws std::invalid_argument
-// for what the user asked wrongly, std::runtime_error for what fails.
+// Measures the package of every folder in every form and at every size. `done` gets each
+// measurement, when its stages are known too, with the renderer that all are measured on. Throws
+// std::invalid_argument for what the user asked wrongly, std::runtime_error for what fails.
 BenchResult RunBench(const std::filesystem::path& plugin,
-                     const std::vector<std::filesystem::path>& packages,
+                     const std::vector<std::filesystem::path>& folders,
                      const BenchSettings& settings,
                      const std::function<void(const BenchResult&, const Measurement&)>& done);
 
