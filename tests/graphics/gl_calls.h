@@ -48,9 +48,10 @@ class GlCalls : private GlHookOf<Functions>... {
 
 using TextureAllocations = GlCalls<glad_glGenTextures, glad_glTexImage2D>;
 using TextureDeletions = GlCalls<glad_glDeleteTextures>;
-using UniformSettings = GlCalls<glad_glUniform1i, glad_glUniform1f, glad_glUniform2fv,
-                                glad_glUniform3fv, glad_glUniform4fv, glad_glUniformMatrix2fv,
-                                glad_glUniformMatrix3fv, glad_glUniformMatrix4fv>;
+using UniformSettings =
+    GlCalls<glad_glUniform1i, glad_glUniform1f, glad_glUniform1fv, glad_glUniform2fv,
+            glad_glUniform3fv, glad_glUniform4fv, glad_glUniformMatrix2fv, glad_glUniformMatrix3fv,
+            glad_glUniformMatrix4fv>;
 
 // Every function that the graphics layer calls.
 using AnyGlCalls = GlCalls<
@@ -68,8 +69,9 @@ using AnyGlCalls = GlCalls<
     glad_glGetTexParameterfv, glad_glGetUniformLocation, glad_glIsEnabled, glad_glIsTexture,
     glad_glLinkProgram, glad_glMapBuffer, glad_glPixelStorei, glad_glPolygonMode, glad_glReadPixels,
     glad_glShaderSource, glad_glTexImage2D, glad_glTexParameterf, glad_glTexParameteri,
-    glad_glTexSubImage2D, glad_glUniform1f, glad_glUniform1i, glad_glUniform2fv, glad_glUniform3fv,
-    glad_glUniform4fv, glad_glUniformMatrix2fv, glad_glUniformMatrix3fv, glad_glUniformMatrix4fv,
-    glad_glUnmapBuffer, glad_glUseProgram, glad_glVertexAttribPointer, glad_glViewport>;
+    glad_glTexSubImage2D, glad_glUniform1f, glad_glUniform1fv, glad_glUniform1i, glad_glUniform2fv,
+    glad_glUniform3fv, glad_glUniform4fv, glad_glUniformMatrix2fv, glad_glUniformMatrix3fv,
+    glad_glUniformMatrix4fv, glad_glUnmapBuffer, glad_glUseProgram, glad_glVertexAttribPointer,
+    glad_glViewport>;
 
 }  // namespace krv::test

@@ -108,6 +108,31 @@ TEST_F(UniformTest, TheFirstFourFloatsOfAMatrixAreItsFirstColumnInTheShader) {
   EXPECT_THAT(DrawOnePixel(*draw), ElementsAre(1.0f, 2.0f, 3.0f, 4.0f));
 }
 
+TEST_F(UniformTest, SeveralFloatsAreTheElementsOfAnArray) {
+  const float values[3] = {1.0f, 2.0f, 3.0f};
+  const auto draw = MakeDraw("uniform float u[4];", "gl_FragColor = vec4(u[0], u[1], u[2], u[3]);");
+  draw->AddUniform("u", UniformType::kFloat, values, sizeof(values));
+  EXPECT_THAT(DrawOnePixel(*draw), ElementsAre(1.0f, 2.0f, 3.0f, 0.0f));
+}
+
+TEST_F(UniformTest, SeveralVectorsAreTheElementsOfAnArray) {
+  std::vector<float> values(8);
+  std::iota(values.begin(), values.end(), 1.0f);
+  const auto draw = MakeDraw("uniform vec4 u[2];", "gl_FragColor = u[0] + u[1];");
+  draw->AddUniform("u", UniformType::kVec4, values.data(), 32);
+  EXPECT_THAT(DrawOnePixel(*draw), ElementsAre(6.0f, 8.0f, 10.0f, 12.0f));
+}
+
+TEST_F(UniformTest, MoreValuesThanAnArrayHasAreLeftOut) {
+  const float values[3] = {1.0f, 2.0f, 3.0f};
+  const auto array = MakeDraw("uniform float u[2];", "gl_FragColor = vec4(u[0], u[1], 0.0, 0.0);");
+  array->AddUniform("u", UniformType::kFloat, values, sizeof(values));
+  EXPECT_THAT(DrawOnePixel(*array), ElementsAre(1.0f, 2.0f, 0.0f, 0.0f));
+  const auto single = MakeDraw("uniform float u;", "gl_FragColor = vec4(u);");
+  single->AddUniform("u", UniformType::kFloat, values, sizeof(values));
+  EXPECT_THAT(DrawOnePixel(*single), Each(1.0f));
+}
+
 class IgnoredCodeTest : public UniformTest, public testing::WithParamInterface<uint32_t> {};
 
 TEST_P(IgnoredCodeTest, IsNotSet) {

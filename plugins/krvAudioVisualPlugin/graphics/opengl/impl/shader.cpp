@@ -116,16 +116,29 @@ std::vector<ShaderVariable> ReadActive(GLuint program, GLenum count_name, Active
     GLint size = 0;
     GLenum type = 0;
     active(program, static_cast<GLuint>(index), kNameBytes, nullptr, &size, &type, name.data());
-    variables.push_back({VarTypeOf(type), name.data(), location(program, name.data())});
+    variables.push_back({VarTypeOf(type), name.data(), location(program, name.data()), size});
   }
   return variables;
 }
 
-int32_t LocationIn(const std::vector<ShaderVariable>& variables, std::string_view name) {
+// GL reports an array as its first element.
+bool IsArray(const ShaderVariable& variable, std::string_view name) {
+  constexpr std::string_view kFirst = "[0]";
+  const std::string_view reported = variable.name;
+  return reported.size() == name.size() + kFirst.size() && reported.starts_with(name) &&
+         reported.ends_with(kFirst);
+}
+
+const ShaderVariable* FindIn(const std::vector<ShaderVariable>& variables, std::string_view name) {
   for (const ShaderVariable& variable : variables) {
-    if (variable.name == name) return variable.location;
+    if (variable.name == name || IsArray(variable, name)) return &variable;
   }
-  return -1;
+  return nullptr;
+}
+
+int32_t LocationIn(const std::vector<ShaderVariable>& variables, std::string_view name) {
+  const ShaderVariable* found = FindIn(variables, name);
+  return found == nullptr ? -1 : found->location;
 }
 
 // Bytes of data that a type reads; 0 for types that are not set.
@@ -214,6 +227,16 @@ void Shader::SetFloat(std::string_view name, float value) const {
   if (const int32_t at = UniformLocation(name); at >= 0) glUniform1f(at, value);
 }
 
+void Shader::SetFloats(std::string_view name, const float* values, int32_t count) const {
+  const ShaderVariable* found = FindIn(uniforms_, name);
+  if (found != nullptr) glUniform1fv(found->location, std::min(count, found->elements), values);
+}
+
+void Shader::SetVec4s(std::string_view name, const float* values, int32_t count) const {
+  const ShaderVariable* found = FindIn(uniforms_, name);
+  if (found != nullptr) glUniform4fv(found->location, std::min(count, found->elements), values);
+}
+
 void Shader::SetByte(std::string_view name, uint8_t value) const { SetInt(name, value); }
 
 void Shader::SetVec2(std::string_view name, const float* value) const {
@@ -240,6 +263,21 @@ void Shader::SetMat4(std::string_view name, const float* value) const {
   if (const int32_t at = UniformLocation(name); at >= 0) glUniformMatrix4fv(at, 1, GL_FALSE, value);
 }
 
+// Whether there is more than one value.
+bool Shader::SetArray(const UniformValue& uniform, size_t values) const {
+  const auto* floats = reinterpret_cast<const float*>(uniform.data.data());
+  if (values < 2) return false;
+  if (uniform.type == UniformType::kFloat) {
+    SetFloats(uniform.name, floats, static_cast<int32_t>(values));
+    return true;
+  }
+  if (uniform.type == UniformType::kVec4) {
+    SetVec4s(uniform.name, floats, static_cast<int32_t>(values));
+    return true;
+  }
+  return false;
+}
+
 void Shader::SetUniform(const UniformValue& uniform) const {
   if (uniform.name.empty() || uniform.data.empty()) return;
   const size_t size = std::min<size_t>(uniform.size, uniform.data.size());
@@ -251,6 +289,7 @@ void Shader::SetUniform(const UniformValue& uniform) const {
   }
   const size_t bytes = BytesRead(uniform.type);
   if (bytes == 0 || size < bytes) return;
+  if (SetArray(uniform, size / bytes)) return;
   std::array<float, 16> floats{};
   std::memcpy(floats.data(), uniform.data.data(), bytes);
   switch (uniform.type) {

@@ -32,6 +32,7 @@ struct ShaderVariable {
   ShaderVarType type;
   std::string name;  // at most 127 characters
   int32_t location;
+  int32_t elements;  // 1 unless it is an array, whose name is that of its first element: "u[0]"
 };
 
 // The vertex source for programs that bring none: covers the target and passes the position in the
@@ -64,7 +65,7 @@ class Shader {
   const std::vector<ShaderVariable>& attributes() const { return attributes_; }
   const std::vector<ShaderVariable>& uniforms() const { return uniforms_; }
 
-  // The location of an active variable of exactly that name, or -1.
+  // The location of an active variable of exactly that name, or of an array of it; else -1.
   int32_t AttributeLocation(std::string_view name) const;
   int32_t UniformLocation(std::string_view name) const;
 
@@ -72,6 +73,9 @@ class Shader {
   // for vectors; 4, 9, 16 for matrices, column by column.
   void SetInt(std::string_view name, int32_t value) const;
   void SetFloat(std::string_view name, float value) const;
+  // Set the first `count` elements of an array, or as many as it has; count is 1 at least.
+  void SetFloats(std::string_view name, const float* values, int32_t count) const;
+  void SetVec4s(std::string_view name, const float* values, int32_t count) const;
   void SetByte(std::string_view name, uint8_t value) const;
   void SetVec2(std::string_view name, const float* value) const;
   void SetVec3(std::string_view name, const float* value) const;
@@ -81,11 +85,13 @@ class Shader {
   void SetMat4(std::string_view name, const float* value) const;
 
   // Sets one uniform of a draw by its type. An entry without a name, without data, with data too
-  // short for its type or of a type that is not set is ignored.
+  // short for its type or of a type that is not set is ignored. Floats and 4-vectors with data for
+  // several values set as many elements of an array.
   void SetUniform(const UniformValue& uniform) const;
 
  private:
   Shader() = default;
+  bool SetArray(const UniformValue& uniform, size_t values) const;
   void ReadVariables();
 
   uint32_t name_ = 0;
