@@ -2,6 +2,7 @@
 
 #include "boundary/plugin_registry.h"
 #include "krv/suites.h"
+#include "memory/frame_memory.h"
 
 namespace krv {
 namespace {
@@ -32,7 +33,7 @@ std::shared_ptr<EffectImage> EffectImage::Wrap(HostFrame* frame) {
   if (frame == nullptr || frame->Describe(&description) != 0 || !IsSensible(description)) {
     return nullptr;
   }
-  return std::shared_ptr<EffectImage>(new EffectImage(frame, description, false));
+  return MakeForFrame<EffectImage>(Key(), frame, description, false);
 }
 
 std::shared_ptr<EffectImage> EffectImage::Allocate(int32_t width, int32_t height,
@@ -46,7 +47,7 @@ std::shared_ptr<EffectImage> EffectImage::Allocate(int32_t width, int32_t height
     suite->ReleaseFrame(frame);
     return nullptr;
   }
-  return std::shared_ptr<EffectImage>(new EffectImage(frame, description, true));
+  return MakeForFrame<EffectImage>(Key(), frame, description, true);
 }
 
 EffectImage::~EffectImage() {

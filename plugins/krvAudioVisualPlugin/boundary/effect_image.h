@@ -19,6 +19,13 @@ class EffectImage {
   static std::shared_ptr<EffectImage> Allocate(int32_t width, int32_t height, int32_t pixel_type,
                                                int32_t form);
 
+  // Made by the two functions above alone.
+  class Key {
+    Key() = default;
+    friend class EffectImage;
+  };
+  EffectImage(Key, HostFrame* frame, const FrameDescription& description, bool owned)
+      : frame_(frame), description_(description), owned_(owned) {}
   EffectImage(const EffectImage&) = delete;
   EffectImage& operator=(const EffectImage&) = delete;
   ~EffectImage();
@@ -38,9 +45,6 @@ class EffectImage {
   bool ReadPixels(void* destination, int32_t stride) const;
 
  private:
-  EffectImage(HostFrame* frame, const FrameDescription& description, bool owned)
-      : frame_(frame), description_(description), owned_(owned) {}
-
   HostFrame* frame_;
   FrameDescription description_;
   bool owned_;

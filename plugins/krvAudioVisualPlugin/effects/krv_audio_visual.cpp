@@ -10,12 +10,15 @@
 #include "effects/parameter_conversion.h"
 #include "effects/program_builder.h"
 #include "graphics/px_graphics.h"
+#include "graphics/px_graphics_context.h"
 #include "graphics/px_image.h"
 
 namespace krv {
 
 KRVAudioVisual::KRVAudioVisual(std::shared_ptr<const EffectDescription> description)
-    : description_(std::move(description)), audio_(std::make_shared<AudioVisualProcessFFT>()) {
+    : draw_(CreateGraphicsContext()),
+      description_(std::move(description)),
+      audio_(std::make_shared<AudioVisualProcessFFT>()) {
   if (description_ == nullptr) LogToHost(kLogError, "Audio Effect Create Error");
 }
 
@@ -58,13 +61,19 @@ int32_t KRVAudioVisual::ClearInputs() {
 }
 
 int32_t KRVAudioVisual::ProcessFrame(EffectContext* context) {
-  return GuardHostCall([&]() -> int32_t {
+  const int32_t code = GuardHostCall([&]() -> int32_t {
     if (context == nullptr) {
       LogToHost(kLogError, "Effect context null error");
       return kNothingToDo;
     }
     return Process(*context);
   });
+  // Frames, and textures of the host's, are borrowed until here.
+  input_frame_.reset();
+  output_frame_.reset();
+  gathered_.images.clear();
+  pass_inputs_.images.clear();
+  return code;
 }
 
 int32_t KRVAudioVisual::ProcessFrameAgain(EffectContext* context) { return ProcessFrame(context); }
@@ -85,6 +94,10 @@ int32_t KRVAudioVisual::ReleaseResources() {
     gradient_text_.clear();
     effect_texture_.reset();
     for (auto& image : intermediates_) image.reset();
+    for (auto* image : {&background_, &unread_background_, &mask_image_, &audio_image_}) {
+      image->reset();
+    }
+    gl_compositor_.target().Reset();
     graphics_.reset();
     return kOk;
   });

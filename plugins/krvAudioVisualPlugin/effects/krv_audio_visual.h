@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <opencv2/core.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,11 @@
 #include "audio/audio_visual_process.h"
 #include "description/effect_description.h"
 #include "effects/effect_size.h"
+#include "effects/effect_traits.h"
+#include "effects/frame_times.h"
+#include "effects/gl_compositor.h"
 #include "effects/image_list.h"
+#include "effects/memory_compositor.h"
 #include "effects/pass_record.h"
 #include "krv/effect.h"
 
@@ -81,23 +86,48 @@ class KRVAudioVisual : public KRVEffect {
  private:
   int32_t BuildDevice();
   int32_t Process(EffectContext& context);
-  int32_t RenderAndBlend(const ImageList& inputs, PXImage& output, const EffectImage& frame,
-                         EffectContext& context);
+  int32_t RenderStraight(EffectContext& context);
+  int32_t RenderAndLayOver(EffectContext& context);
+  const EffectTraits& Traits();
+  Compositor& ChooseCompositor();
   bool PrepareEffectTexture(EffectSize size);
   bool PrepareIntermediates(const PXImage& target);
   int32_t DrawPass(PassRecord& pass, const ImageList& inputs, PXImage& target,
                    EffectContext& context);
   int32_t DrawBlend(const ImageList& inputs, PXImage& output, EffectContext& context);
-  int32_t DrawInto(PXImage& target, const PXGraphicsContext& draw);
+  // The description of the next draw, empty; DrawInto draws and empties it.
+  PXGraphicsContext& StartDraw();
+  int32_t DrawInto(PXImage& target);
   void AddFrameUniforms(PXGraphicsContext& draw, const PXImage& target, EffectContext& context);
   void StoreParameters(EffectContext& context);
   void StoreColor(int32_t color);
   void StoreGradient(const char* text);
+  // The input frame as an image, which is also the first input, or stands behind it.
+  PXImage* GatherBackground(EffectContext& context);
   // False when the mask holds nothing that the effect could follow.
   bool GatherMask(EffectContext& context, PXImage* background);
   void GatherAudio(EffectContext& context);
 
+  std::optional<EffectTraits> traits_;
+  // Of the frame being processed.
+  std::shared_ptr<EffectImage> input_frame_;
+  std::shared_ptr<EffectImage> output_frame_;
+  ImageList gathered_;
+  ImageList pass_inputs_;
+  FrameTimes times_;
+
+  MemoryCompositor memory_compositor_;
+  GlCompositor gl_compositor_{
+      [this](const ImageList& inputs, PXImage& target, EffectContext& context) {
+        return DrawBlend(inputs, target, context);
+      }};
+
   ImageList inputs_;
+  // Images kept from frame to frame for their textures.
+  std::shared_ptr<PXImage> background_;
+  std::shared_ptr<PXImage> unread_background_;  // the first input where no pass has read it yet
+  std::shared_ptr<PXImage> mask_image_;
+  std::shared_ptr<PXImage> audio_image_;
   cv::Mat mask_;  // may lie over pixels of the host's that end with the frame
   std::array<float, 2> mask_left_right_ = {0, 0};  // fractions of the mask's width
   std::array<float, 2> mask_bottom_top_ = {0, 0};  // fractions of the mask's height
@@ -107,6 +137,7 @@ class KRVAudioVisual : public KRVEffect {
   EffectSize effect_size_ = {0, 0};
   std::shared_ptr<PXImage> intermediates_[2];  // results of all passes but the last, in turn
   std::shared_ptr<PXGraphics> graphics_;
+  std::unique_ptr<PXGraphicsContext> draw_;
   // Changed on the GL thread alone, under the mutex, since uniforms are set from any thread.
   std::vector<std::unique_ptr<PassRecord>> passes_;
   PassRecord blend_;

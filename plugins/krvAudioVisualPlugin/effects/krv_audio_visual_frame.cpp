@@ -15,41 +15,68 @@
 
 namespace krv {
 
+const EffectTraits& KRVAudioVisual::Traits() {
+  if (!traits_) traits_ = ReadTraits(*description_);
+  return *traits_;
+}
+
 int32_t KRVAudioVisual::Process(EffectContext& context) {
-  const auto frame = EffectImage::Wrap(context.GetOutputFrame());
-  if (frame == nullptr || !frame->HasBuffer()) {
+  output_frame_ = EffectImage::Wrap(context.GetOutputFrame());
+  if (output_frame_ == nullptr || !output_frame_->HasBuffer()) {
     LogToHost(kLogError, "Output image null error");
     return kNothingToDo;
   }
   if (description_ == nullptr || graphics_ == nullptr) return kFailed;
 
+  times_.Start();
   const bool inputs_were_cleared = inputs_.images.empty();
   StoreParameters(context);
-  ImageList inputs;
-  GatherInputs(context, inputs);
+  times_.Mark("parameters");
+  GatherInputs(context, gathered_);
   mask_.release();
   // The count alone is not enough: what is left of a frame may stand in for what this one lacks.
-  if (!inputs_were_cleared || inputs.images.size() != static_cast<size_t>(ExpectedInputCount())) {
+  if (!inputs_were_cleared ||
+      gathered_.images.size() != static_cast<size_t>(ExpectedInputCount())) {
     LogToHost(kLogError, "Input size error");
     return kFailed;
   }
-  const auto output = CreateImageFromFrame(frame, nullptr);
-  if (output == nullptr) return kFailed;
-
-  const int32_t code = description_->Original() ? RunPasses(inputs, *output, context)
-                                                : RenderAndBlend(inputs, *output, *frame, context);
-  if (code != kOk || frame->on_gpu()) return code;
-  return ReadTexture(*output, frame->pixels(), frame->description().stride) ? kOk : kFailed;
+  const int32_t code = Traits().original ? RenderStraight(context) : RenderAndLayOver(context);
+  times_.Log();
+  return code;
 }
 
-int32_t KRVAudioVisual::RenderAndBlend(const ImageList& inputs, PXImage& output,
-                                       const EffectImage& frame, EffectContext& context) {
-  if (!PrepareEffectTexture(ReducedSize(frame.width(), frame.height(), description_->Quality()))) {
+// The passes draw into the output frame itself.
+int32_t KRVAudioVisual::RenderStraight(EffectContext& context) {
+  const auto target = gl_compositor_.target().For(output_frame_);
+  if (target == nullptr) return kFailed;
+  const int32_t code = RunPasses(gathered_, *target, context);
+  if (code != kOk) return code;
+  const bool delivered = FrameTarget::Deliver(*target, *output_frame_);
+  times_.Mark("read_back");
+  return delivered ? kOk : kFailed;
+}
+
+int32_t KRVAudioVisual::RenderAndLayOver(EffectContext& context) {
+  const EffectSize size =
+      ReducedSize(output_frame_->width(), output_frame_->height(), Traits().quality);
+  if (!PrepareEffectTexture(size)) {
     LogToHost(kLogError, "Effect texture is null.");
     return kFailed;
   }
-  const int32_t code = RunPasses(inputs, *effect_texture_, context);
-  return code != kOk ? code : DrawBlend(inputs, output, context);
+  const int32_t code = RunPasses(gathered_, *effect_texture_, context);
+  if (code != kOk) return code;
+  const Layers layers{input_frame_, output_frame_, gathered_, *effect_texture_};
+  return ChooseCompositor().LayOver(layers, context, times_);
+}
+
+// By rule, so that the same frames are always made in the same way.
+Compositor& KRVAudioVisual::ChooseCompositor() {
+  const bool in_memory = Traits().has_default_blend && input_frame_ != nullptr &&
+                         output_frame_ != nullptr &&
+                         MemoryCompositor::Suits(*input_frame_, *output_frame_);
+  if (!in_memory) return gl_compositor_;
+  memory_compositor_.SetBlend(Traits().blends);
+  return memory_compositor_;
 }
 
 // Makes the effect texture anew when the size has changed.
@@ -85,19 +112,27 @@ int32_t KRVAudioVisual::RunPasses(const ImageList& inputs, PXImage& target,
                                   EffectContext& context) {
   if (passes_.empty()) {
     // Nothing to draw: clearing the target makes it transparent.
-    const auto draw = CreateGraphicsContext();
-    draw->program = blend_.program;
-    draw->draw_mode = DrawMode::kNone;
-    return DrawInto(target, *draw);
+    PXGraphicsContext& draw = StartDraw();
+    draw.program = blend_.program;
+    draw.draw_mode = DrawMode::kNone;
+    return DrawInto(target);
   }
   if (!PrepareIntermediates(target)) return kFailed;
-  ImageList pass_inputs = inputs;
+  pass_inputs_ = inputs;
+  if (pass_inputs_.images.empty()) return kFailed;
+  auto& first_input = pass_inputs_.images.front();
+  if (first_input == unread_background_ && ReadsUnit(*passes_.front(), 0)) {
+    if (!UploadFrame(*background_)) return kFailed;
+    first_input = background_;
+    times_.Mark("upload");
+  }
   for (size_t i = 0; i < passes_.size(); ++i) {
     const bool is_last = i + 1 == passes_.size();
     PXImage& pass_target = is_last ? target : *intermediates_[i % 2];
-    const int32_t code = DrawPass(*passes_[i], pass_inputs, pass_target, context);
+    const int32_t code = DrawPass(*passes_[i], pass_inputs_, pass_target, context);
+    times_.Mark("pass", static_cast<int>(i) + 1);
     if (code != kOk) return code;
-    if (!is_last && !pass_inputs.images.empty()) pass_inputs.images[0] = intermediates_[i % 2];
+    if (!is_last) first_input = intermediates_[i % 2];
   }
   return kOk;
 }
@@ -115,41 +150,47 @@ void KRVAudioVisual::AddFrameUniforms(PXGraphicsContext& draw, const PXImage& ta
 
 int32_t KRVAudioVisual::DrawPass(PassRecord& pass, const ImageList& inputs, PXImage& target,
                                  EffectContext& context) {
-  const auto draw = CreateGraphicsContext();
-  AddFrameUniforms(*draw, target, context);
-  draw->AddUniform("mask_bottom_top", UniformType::kVec2, mask_bottom_top_.data(),
-                   sizeof(mask_bottom_top_));
-  draw->AddUniform("mask_left_right", UniformType::kVec2, mask_left_right_.data(),
-                   sizeof(mask_left_right_));
-  CopyUniforms(*draw, pass, context);
-  PreparePass(*draw);
-  draw->images = inputs.images;
-  draw->program = pass.program;
-  return DrawInto(target, *draw);
+  PXGraphicsContext& draw = StartDraw();
+  AddFrameUniforms(draw, target, context);
+  draw.AddUniform("mask_bottom_top", UniformType::kVec2, mask_bottom_top_.data(),
+                  sizeof(mask_bottom_top_));
+  draw.AddUniform("mask_left_right", UniformType::kVec2, mask_left_right_.data(),
+                  sizeof(mask_left_right_));
+  CopyUniforms(draw, pass, context);
+  PreparePass(draw);
+  draw.images = inputs.images;
+  draw.program = pass.program;
+  return DrawInto(target);
 }
 
 int32_t KRVAudioVisual::PreparePass(PXGraphicsContext& /*draw*/) { return kOk; }
 
 int32_t KRVAudioVisual::DrawBlend(const ImageList& inputs, PXImage& output,
                                   EffectContext& context) {
-  const auto draw = CreateGraphicsContext();
-  AddFrameUniforms(*draw, output, context);
+  PXGraphicsContext& draw = StartDraw();
+  AddFrameUniforms(draw, output, context);
   const int32_t background_unit = 0;
   const int32_t effect_unit = 1;
-  const uint8_t blend = description_->BlendEnabled() ? 1 : 0;
-  draw->AddUniform("background_tex", UniformType::kInt, &background_unit, sizeof(background_unit));
-  draw->AddUniform("effect_tex", UniformType::kInt, &effect_unit, sizeof(effect_unit));
-  draw->AddUniform("blend", UniformType::kByte, &blend, sizeof(blend));
-  CopyUniforms(*draw, blend_, context);
-  draw->images = {inputs.images.front(), effect_texture_};
-  draw->program = blend_.program;
-  return DrawInto(output, *draw);
+  const uint8_t blend = Traits().blends ? 1 : 0;
+  draw.AddUniform("background_tex", UniformType::kInt, &background_unit, sizeof(background_unit));
+  draw.AddUniform("effect_tex", UniformType::kInt, &effect_unit, sizeof(effect_unit));
+  draw.AddUniform("blend", UniformType::kByte, &blend, sizeof(blend));
+  CopyUniforms(draw, blend_, context);
+  draw.images = {inputs.images.front(), effect_texture_};
+  draw.program = blend_.program;
+  return DrawInto(output);
 }
 
-int32_t KRVAudioVisual::DrawInto(PXImage& target, const PXGraphicsContext& draw) {
+PXGraphicsContext& KRVAudioVisual::StartDraw() {
+  draw_->Reset();
+  return *draw_;
+}
+
+int32_t KRVAudioVisual::DrawInto(PXImage& target) {
   graphics_->SetTarget(&target);
-  const int32_t result = graphics_->Render(draw);
+  const int32_t result = graphics_->Render(*draw_);
   graphics_->SetTarget(nullptr);
+  draw_->Reset();  // and with it the textures of the frame
   return result == 0 ? kOk : kFailed;
 }
 

@@ -39,10 +39,8 @@ AudioSamples ReadAudio(AudioBlock* block) {
 }
 
 // A texture cannot be read while it is drawn into.
-bool IsAlsoOutput(const EffectImage& input, EffectContext& context) {
-  if (!input.on_gpu()) return false;
-  const auto output = EffectImage::Wrap(context.GetOutputFrame());
-  return output != nullptr && output->TextureName() == input.TextureName();
+bool IsAlsoOutput(const EffectImage& input, const EffectImage* output) {
+  return output != nullptr && output->on_gpu() && output->TextureName() == input.TextureName();
 }
 
 std::shared_ptr<PXImage> CopyOf(PXImage& image) {
@@ -56,12 +54,16 @@ std::shared_ptr<PXImage> CopyOf(PXImage& image) {
                      PixelLayout::kBgra, type, static_cast<uint32_t>(pixels.step[0]), pixels.data);
 }
 
-// Null when the host gives no frame, or one without a picture.
-std::shared_ptr<PXImage> InputFrame(EffectContext& context) {
-  const auto frame = EffectImage::Wrap(context.GetInputFrame());
-  if (frame == nullptr || !frame->HasBuffer()) return nullptr;
-  auto image = CreateImageFromFrame(frame, frame->pixels());
-  return image != nullptr && IsAlsoOutput(*frame, context) ? CopyOf(*image) : image;
+std::shared_ptr<PXImage> ImageOfTexture(const std::shared_ptr<EffectImage>& frame,
+                                        const EffectImage* output) {
+  auto image = CreateImageFromFrame(frame, nullptr);
+  return image != nullptr && IsAlsoOutput(*frame, output) ? CopyOf(*image) : image;
+}
+
+// A texture that no pass reads.
+std::shared_ptr<PXImage> MakeUnreadImage() {
+  constexpr std::array<uint8_t, 4> kTransparent{};
+  return CreateImage(1, 1, PixelLayout::kBgra, DataType::kUint8, 4, kTransparent.data());
 }
 
 }  // namespace
@@ -73,14 +75,41 @@ void KRVAudioVisual::AddInput(const char* name, std::shared_ptr<PXImage> image) 
 }
 
 int32_t KRVAudioVisual::GatherInputs(EffectContext& context, ImageList& inputs) {
-  const auto background = InputFrame(context);
-  AddInput("background_tex", background);
-  if (GatherMask(context, background.get())) {
+  PXImage* background = GatherBackground(context);
+  times_.Mark("upload");
+  const bool shows_someone = GatherMask(context, background);
+  times_.Mark("mask");
+  if (shows_someone) {
     if (gradient_texture_ != nullptr) AddInput("gradient_color_tex", gradient_texture_);
     GatherAudio(context);
+    times_.Mark("audio");
   }
   inputs = inputs_;
   return kOk;
+}
+
+// A frame in memory is not uploaded before a pass reads it, where nothing else does. Null when the
+// host gives no frame, or one without a picture.
+PXImage* KRVAudioVisual::GatherBackground(EffectContext& context) {
+  input_frame_ = EffectImage::Wrap(context.GetInputFrame());
+  if (input_frame_ == nullptr || !input_frame_->HasBuffer()) {
+    input_frame_.reset();
+    return nullptr;
+  }
+  if (input_frame_->on_gpu()) {
+    background_.reset();
+    AddInput("background_tex", ImageOfTexture(input_frame_, output_frame_.get()));
+    return inputs_.images.empty() ? nullptr : inputs_.images.back().get();
+  }
+  if (Traits().original || !ChooseCompositor().ReadsInputTexture()) {
+    ReuseImageOverFrame(background_, input_frame_);
+    if (unread_background_ == nullptr) unread_background_ = MakeUnreadImage();
+    if (background_ != nullptr) AddInput("background_tex", unread_background_);
+  } else {
+    ReuseImageFromFrame(background_, input_frame_, input_frame_->pixels());
+    AddInput("background_tex", background_);
+  }
+  return background_.get();
 }
 
 // One mask at most: that of `mask` replaces the person's.
@@ -88,8 +117,8 @@ bool KRVAudioVisual::GatherMask(EffectContext& context, PXImage* background) {
   mask_.release();
   if (background == nullptr) return true;
   cv::Mat mask;
-  if (description_->UsesHumanSegment()) mask = PersonMask(context, *background);
-  if (description_->UsesMask()) mask = EightBitPicture(*background);
+  if (Traits().uses_human_segment) mask = PersonMask(context, *background);
+  if (Traits().uses_mask) mask = EightBitPicture(*background);
   if (mask.empty()) return true;
 
   const MaskBox box = FindMaskBox(mask);
@@ -98,13 +127,14 @@ bool KRVAudioVisual::GatherMask(EffectContext& context, PXImage* background) {
   const auto height = static_cast<float>(mask.rows);
   mask_left_right_ = {box.left / width, (box.left + box.width) / width};
   mask_bottom_top_ = {box.top / height, (box.top + box.height) / height};
-  AddInput("mask_tex", CreateImage(mask, PixelLayout::kBgra));
+  ReuseImage(mask_image_, mask, PixelLayout::kBgra);
+  AddInput("mask_tex", mask_image_);
   mask_ = mask;
   return true;
 }
 
 int32_t KRVAudioVisual::ExpectedInputCount() {
-  return 2 + (description_->UsesHumanSegment() ? 1 : 0) + (description_->UsesMask() ? 1 : 0) +
+  return 2 + (Traits().uses_human_segment ? 1 : 0) + (Traits().uses_mask ? 1 : 0) +
          (gradient_texture_ != nullptr ? 1 : 0);
 }
 
@@ -125,7 +155,8 @@ void KRVAudioVisual::GatherAudio(EffectContext& context) {
     previous_spectrum_ = spectrum;
   }
   last_frame_index_ = frame_index;
-  AddInput("audio_tex", CreateImage(previous_spectrum_, PixelLayout::kRgba));
+  ReuseImage(audio_image_, previous_spectrum_, PixelLayout::kRgba);
+  AddInput("audio_tex", audio_image_);
 
   left_level_ = SmoothLevel(left_level_, level, level_smoothing_, frame_rate);
   right_level_ = left_level_;

@@ -41,13 +41,18 @@ void StoreUniform(PassRecord& record, std::string_view name, const ParameterValu
   }
 }
 
-void AddUniforms(PXGraphicsContext& draw, PassRecord& record) {
-  UniformMap uniforms;
-  {
-    const std::lock_guard lock(record.mutex);
-    uniforms = record.uniforms;
+bool ReadsUnit(PassRecord& record, int32_t unit) {
+  const std::lock_guard lock(record.mutex);
+  for (const std::string& name : record.samplers) {
+    const auto set = record.uniforms.find(name);
+    if ((set == record.uniforms.end() ? 0 : set->second.as_int) == unit) return true;
   }
-  for (const auto& [name, value] : uniforms) AddUniformOfKind(draw, name, value);
+  return false;
+}
+
+void AddUniforms(PXGraphicsContext& draw, PassRecord& record) {
+  const std::lock_guard lock(record.mutex);
+  for (const auto& [name, value] : record.uniforms) AddUniformOfKind(draw, name, value);
 }
 
 }  // namespace krv

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "krv/types.h"
 
@@ -21,12 +22,16 @@ using UniformMap = std::map<std::string, ParameterValue, std::less<>>;
 // is never held while drawing.
 struct PassRecord {
   std::shared_ptr<PXProgram> program;
-  UniformMap uniforms;  // under mutex
+  std::vector<std::string> samplers;  // that the program reads
+  UniformMap uniforms;                // under mutex
   std::mutex mutex;
 };
 
 // Inserts or overwrites a uniform of the record. Texts are not kept: no uniform can hold one.
 void StoreUniform(PassRecord& record, std::string_view name, const ParameterValue& value);
+
+// Whether the program reads the texture of this unit: a sampler that is not set reads unit 0.
+bool ReadsUnit(PassRecord& record, int32_t unit);
 
 // Adds the record's uniforms to the draw in name order. Integers of all kinds and booleans arrive
 // as integers, floats as floats; kinds that no uniform can hold are passed over.

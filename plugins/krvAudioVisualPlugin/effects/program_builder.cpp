@@ -36,11 +36,15 @@ std::optional<std::string> VertexSource(const EffectDescription& description) {
   return source;
 }
 
+// An empty entry leaves the package folder and its separator.
+bool NamesNoFile(const EffectDescription& description, const std::string& blend_script) {
+  return blend_script.empty() || blend_script == description.package_folder() + '\\';
+}
+
 std::shared_ptr<PXProgram> BuildBlend(const EffectDescription& description,
                                       const std::string& vertex_source) {
   const std::string path = description.BlendScriptPath();
-  // An empty entry leaves the package folder and its separator.
-  if (path.empty() || path == description.package_folder() + '\\') {
+  if (NamesNoFile(description, path)) {
     auto program = CreateProgram(std::string(DefaultBlendShader()), vertex_source);
     if (program == nullptr) LogToHost(kLogError, "Create blend program error : %s", "default");
     return program;
@@ -68,10 +72,15 @@ std::unique_ptr<PassRecord> BuildPass(const EffectDescription& description, cons
     LogToHost(kLogError, "Create program error : %s", path.c_str());
     return nullptr;
   }
+  pass->samplers = SamplerNames(*pass->program);
   return pass;
 }
 
 }  // namespace
+
+bool HasDefaultBlend(const EffectDescription& description) {
+  return NamesNoFile(description, description.BlendScriptPath());
+}
 
 bool BuildPrograms(const EffectDescription& description, EffectPrograms& programs) {
   const std::optional<std::string> vertex_source = VertexSource(description);

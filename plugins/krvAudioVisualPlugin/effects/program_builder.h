@@ -16,6 +16,9 @@ struct EffectPrograms {
   std::shared_ptr<PXProgram> blend;
 };
 
+// Whether the package leaves the blend to the default shader.
+bool HasDefaultBlend(const EffectDescription& description);
+
 // Builds every program of the description: fragment shaders from the catalogue of built-in ones
 // (only for a description without a version) or from the package's files, with the package's first
 // vertex shader or the default one. False on the first failure, which is logged. Needs a current GL

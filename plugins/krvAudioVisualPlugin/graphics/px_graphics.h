@@ -30,6 +30,9 @@ class PXGraphicsNull : public PXGraphics {
   int32_t Render(const PXGraphicsContext&) override { return 0; }
 };
 
+// Waits until the GPU has done everything asked of it in the current context.
+void FinishGraphics();
+
 enum class GraphicsKind : int32_t { kNull = 0, kOpenGl = 1 };
 
 // A usable device, or null when the OpenGL kind finds no current context to draw in. Any kind other

@@ -34,6 +34,9 @@ class PXGraphicsContext {
   // in order, so the later value wins. Null data gives an entry that draws ignore.
   void AddUniform(std::string_view name, UniformType type, const void* data, uint32_t size);
 
+  // Empties the description for the next draw and keeps the memory.
+  void Reset();
+
   std::vector<UniformValue> uniforms;
   uint32_t api;  // kApiOpenGl, or the draw is refused
   DrawMode draw_mode = DrawMode::kQuad;
@@ -41,6 +44,9 @@ class PXGraphicsContext {
   std::shared_ptr<PXProgram> program;
   std::string mesh_attribute;        // the vertex attribute that takes the positions
   std::vector<float> mesh_vertices;  // three per vertex
+
+ private:
+  std::vector<UniformValue> spare_uniforms_;
 };
 
 // Makes the draw description that the device of kind 1 takes.

@@ -58,6 +58,18 @@ std::shared_ptr<PXImage> CreateImage(const cv::Mat& matrix, PixelLayout layout);
 std::shared_ptr<PXImage> CreateImageFromFrame(std::shared_ptr<EffectImage> frame,
                                               const void* pixels);
 
+// The same for an image kept from frame to frame: a null one is made, another one shows something
+// new from then on, in the same texture where that has the right shape. Null after a failure.
+void ReuseImage(std::shared_ptr<PXImage>& image, const cv::Mat& matrix, PixelLayout layout);
+void ReuseImageFromFrame(std::shared_ptr<PXImage>& image, std::shared_ptr<EffectImage> frame,
+                         const void* pixels);
+// For a frame in memory, without its pixels so far: the image can be downloaded, and UploadFrame
+// makes its texture show the frame before a draw reads it.
+void ReuseImageOverFrame(std::shared_ptr<PXImage>& image, std::shared_ptr<EffectImage> frame);
+
+// Sees to it that the image's texture shows the image. False when none can be made.
+bool UploadFrame(PXImage& image);
+
 struct ImageSize {
   uint32_t width;   // pixels
   uint32_t height;  // pixels
@@ -67,8 +79,8 @@ struct ImageSize {
 // The size of the image's texture, which must exist.
 ImageSize SizeOf(const PXImage& image);
 
-// Whether the image's texture, which must exist, holds floats: values that are not limited to 0 to
-// 1, and not cut to 8 bits.
+// Whether the image has a texture that holds floats: values that are not limited to 0 to 1, and not
+// cut to 8 bits.
 bool HoldsFloats(const PXImage& image);
 
 // Reads what was drawn into the image's texture into `destination`, rows `stride` bytes apart, also

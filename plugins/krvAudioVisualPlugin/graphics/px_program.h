@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace krv {
 
@@ -16,6 +17,9 @@ class PXProgram {
   virtual GL::Shader* shader() const = 0;
   virtual ~PXProgram() = default;
 };
+
+// The names of the 2-D samplers that the linked program reads.
+std::vector<std::string> SamplerNames(const PXProgram& program);
 
 // Compiles and links; an empty vertex source takes the default one, which covers the target. GLSL
 // errors are printed and the program is returned all the same; null only when no program object can

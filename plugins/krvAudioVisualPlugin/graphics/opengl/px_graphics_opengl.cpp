@@ -2,9 +2,11 @@
 
 #include <mutex>
 
+#include "graphics/opengl/impl/gl_check.h"
 #include "graphics/opengl/impl/graphics_base.h"
 #include "graphics/px_image.h"
 #include "graphics/px_program.h"
+#include "memory/frame_memory.h"
 #include "platform/dynamic_library.h"
 
 namespace krv {
@@ -57,9 +59,11 @@ int32_t PXGraphics_OpenGL::Render(const PXGraphicsContext& context) {
   if (context.api != kApiOpenGl || implementation_ == nullptr) return 1;
   DrawDescription draw;
   draw.mode = context.draw_mode;
+  textures_.clear();
   for (const auto& image : context.images) {
-    if (image != nullptr) draw.textures.push_back(image->texture());
+    if (image != nullptr) textures_.push_back(image->texture());
   }
+  draw.textures = textures_;
   draw.program = context.program == nullptr ? nullptr : context.program->shader();
   draw.uniforms = context.uniforms;
   draw.mesh_attribute = context.mesh_attribute;
@@ -69,7 +73,7 @@ int32_t PXGraphics_OpenGL::Render(const PXGraphicsContext& context) {
 }
 
 std::shared_ptr<PXGraphics_OpenGL> CreateOpenGlGraphics() {
-  auto graphics = std::make_shared<PXGraphics_OpenGL>();
+  auto graphics = MakeForFrame<PXGraphics_OpenGL>();
   return graphics->Initialize() == 0 ? graphics : nullptr;
 }
 
@@ -77,6 +81,8 @@ std::shared_ptr<PXGraphics> CreateGraphics(GraphicsKind kind) {
   if (kind == GraphicsKind::kOpenGl) return CreateOpenGlGraphics();
   return std::make_shared<PXGraphicsNull>();
 }
+
+void FinishGraphics() { GL::Finish(); }
 
 std::unique_ptr<PXGraphicsContext> CreateGraphicsContext() {
   return std::make_unique<PXGraphicsContext_OpenGL>();

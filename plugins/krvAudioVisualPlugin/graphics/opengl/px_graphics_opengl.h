@@ -23,6 +23,7 @@ class PXGraphics_OpenGL : public PXGraphics {
 
  private:
   GraphicsImpl* implementation_ = nullptr;
+  std::vector<GL::Texture*> textures_;  // of the draw at hand
 };
 
 // A usable OpenGL device, or null.

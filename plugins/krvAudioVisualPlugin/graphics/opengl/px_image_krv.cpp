@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include "memory/frame_memory.h"
+
 namespace krv {
 namespace {
 
@@ -25,13 +27,38 @@ bool PXImage_KRV::Attach(std::shared_ptr<EffectImage> frame, const void* pixels,
                          std::shared_ptr<void> keep_alive) {
   frame_ = std::move(frame);
   keep_alive_ = std::move(keep_alive);
+  awaits_upload_ = false;
+  uint32_t texture_name = 0;
+  if (frame_->on_gpu() && (texture_name = frame_->TextureName()) == 0) return false;
+  return CreateFromFrame(texture_name, pixels);
+}
+
+bool PXImage_KRV::CreateFromFrame(uint32_t texture_name, const void* pixels) {
   const FrameDescription& description = frame_->description();
   const auto type = DataTypeOf(description.pixel_type);
-  uint32_t texture_name = 0;
-  if (!type || (frame_->on_gpu() && (texture_name = frame_->TextureName()) == 0)) return false;
-  return Create(texture_name, static_cast<uint32_t>(description.width),
-                static_cast<uint32_t>(description.height), PixelLayout::kBgra, *type,
-                static_cast<uint32_t>(description.stride), pixels) == 0;
+  return type && Create(texture_name, static_cast<uint32_t>(description.width),
+                        static_cast<uint32_t>(description.height), PixelLayout::kBgra, *type,
+                        static_cast<uint32_t>(description.stride), pixels) == 0;
+}
+
+bool PXImage_KRV::AttachWithoutTexture(std::shared_ptr<EffectImage> frame) {
+  const FrameDescription& description = frame->description();
+  const auto type = DataTypeOf(description.pixel_type);
+  if (!type) return false;
+  if (*type != data_type_) DropTexture();
+  SetWidth(static_cast<uint32_t>(description.width));
+  SetHeight(static_cast<uint32_t>(description.height));
+  SetStride(static_cast<uint32_t>(description.stride));
+  SetDataType(*type);
+  SetPixelLayout(PixelLayout::kBgra);
+  frame_ = std::move(frame);
+  awaits_upload_ = true;
+  return true;
+}
+
+bool PXImage_KRV::Upload() {
+  if (awaits_upload_) awaits_upload_ = !CreateFromFrame(0, frame_->pixels());
+  return !awaits_upload_;
 }
 
 cv::Mat& PXImage_KRV::Download(cv::Mat& matrix) {
@@ -49,8 +76,29 @@ cv::Mat& PXImage_KRV::Download(cv::Mat& matrix) {
 std::shared_ptr<PXImage> CreateImageFromFrame(std::shared_ptr<EffectImage> frame,
                                               const void* pixels) {
   if (frame == nullptr) return nullptr;
-  auto image = std::make_shared<PXImage_KRV>();
+  auto image = MakeForFrame<PXImage_KRV>();
   return image->Attach(std::move(frame), pixels) ? image : nullptr;
+}
+
+void ReuseImageFromFrame(std::shared_ptr<PXImage>& image, std::shared_ptr<EffectImage> frame,
+                         const void* pixels) {
+  auto* reused = dynamic_cast<PXImage_KRV*>(image.get());
+  if (reused == nullptr) {
+    image = CreateImageFromFrame(std::move(frame), pixels);
+  } else if (!reused->Attach(std::move(frame), pixels)) {
+    image.reset();
+  }
+}
+
+void ReuseImageOverFrame(std::shared_ptr<PXImage>& image, std::shared_ptr<EffectImage> frame) {
+  if (image == nullptr) image = MakeForFrame<PXImage_KRV>();
+  auto* over = dynamic_cast<PXImage_KRV*>(image.get());
+  if (over == nullptr || !over->AttachWithoutTexture(std::move(frame))) image.reset();
+}
+
+bool UploadFrame(PXImage& image) {
+  auto* over = dynamic_cast<PXImage_KRV*>(&image);
+  return over == nullptr ? image.texture() != nullptr : over->Upload();
 }
 
 }  // namespace krv

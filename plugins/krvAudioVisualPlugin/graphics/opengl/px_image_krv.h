@@ -15,10 +15,19 @@ class PXImage_KRV : public PXImage_OpenGL {
   bool Attach(std::shared_ptr<EffectImage> frame, const void* pixels,
               std::shared_ptr<void> keep_alive = nullptr);
 
+  // Keeps `frame`, which lies in memory, without a texture so far. False for a pixel type that no
+  // texture can hold.
+  bool AttachWithoutTexture(std::shared_ptr<EffectImage> frame);
+  // Gives an image attached like that a texture with the frame's pixels. True when there is one.
+  bool Upload();
+
   // Reads from the host frame, not from the texture.
   cv::Mat& Download(cv::Mat& matrix) override;
 
  private:
+  bool CreateFromFrame(uint32_t texture_name, const void* pixels);
+
+  bool awaits_upload_ = false;
   std::shared_ptr<EffectImage> frame_;
   std::shared_ptr<void> keep_alive_;
 };

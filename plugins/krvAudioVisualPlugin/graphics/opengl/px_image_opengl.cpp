@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "graphics/opengl/px_graphics_opengl.h"
+#include "memory/frame_memory.h"
 
 namespace krv {
 namespace {
@@ -44,15 +45,14 @@ std::optional<uint32_t> FormatOf(PixelLayout layout) {
 
 // GL counts the distance between rows in whole pixels; rows that do not fit that are packed
 // tightly.
-std::vector<std::byte> PackRows(const void* pixels, uint32_t height, uint32_t stride,
-                                uint32_t row_bytes) {
-  std::vector<std::byte> packed(static_cast<size_t>(height) * row_bytes);
+void PackRows(const void* pixels, uint32_t height, uint32_t stride, uint32_t row_bytes,
+              std::vector<std::byte>& packed) {
+  packed.resize(static_cast<size_t>(height) * row_bytes);
   const auto* source = static_cast<const std::byte*>(pixels);
   for (uint32_t row = 0; row < height; ++row) {
     std::memcpy(packed.data() + static_cast<size_t>(row) * row_bytes,
                 source + static_cast<size_t>(row) * stride, row_bytes);
   }
-  return packed;
 }
 
 }  // namespace
@@ -77,17 +77,27 @@ int32_t PXImage_OpenGL::Create(uint32_t existing, uint32_t width, uint32_t heigh
   SetPixelLayout(layout);
   pixel_buffer_.clear();
 
-  std::vector<std::byte> packed;
   uint32_t row_length = stride / bytes_per_pixel;
   if (pixels != nullptr && stride % bytes_per_pixel != 0) {
-    packed = PackRows(pixels, height, stride, width * bytes_per_pixel);
-    pixels = packed.data();
+    PackRows(pixels, height, stride, width * bytes_per_pixel, packed_rows_);
+    pixels = packed_rows_.data();
     row_length = width;
   }
+  if (existing == 0 &&
+      CanKeepTexture({pixel_type->internal_format, *format, pixel_type->type, width, height})) {
+    if (pixels != nullptr) texture_->Upload(pixels, row_length);
+    return 0;
+  }
+  adopted_ = existing != 0;
   texture_ = graphics_->implementation()->CreateTexture(existing, width, height,
                                                         pixel_type->internal_format, *format,
                                                         pixel_type->type, pixels, row_length);
   return texture_ == nullptr ? 1 : 0;
+}
+
+bool PXImage_OpenGL::CanKeepTexture(const GL::TextureShape& shape) const {
+  return texture_ != nullptr && !adopted_ && texture_->HasShape(shape) &&
+         texture_->IsOfCurrentContext();
 }
 
 int32_t PXImage_OpenGL::SetWidth(uint32_t width) {
@@ -159,7 +169,7 @@ cv::Mat& PXImage_OpenGL::Download(cv::Mat& matrix) {
 
 std::shared_ptr<PXImage> CreateImage(uint32_t width, uint32_t height, PixelLayout layout,
                                      DataType type, uint32_t stride, const void* pixels) {
-  auto image = std::make_shared<PXImage_OpenGL>();
+  auto image = MakeForFrame<PXImage_OpenGL>();
   return image->Create(0, width, height, layout, type, stride, pixels) == 0 ? image : nullptr;
 }
 
@@ -173,7 +183,19 @@ ImageSize SizeOf(const PXImage& image) {
   return {image.texture()->width(), image.texture()->height()};
 }
 
+void ReuseImage(std::shared_ptr<PXImage>& image, const cv::Mat& matrix, PixelLayout layout) {
+  if (image == nullptr) {
+    image = CreateImage(matrix, layout);
+  } else if (matrix.empty() ||
+             image->Create(0, static_cast<uint32_t>(matrix.cols),
+                           static_cast<uint32_t>(matrix.rows), layout, DataType::kUint8,
+                           static_cast<uint32_t>(matrix.step[0]), matrix.data) != 0) {
+    image.reset();
+  }
+}
+
 bool HoldsFloats(const PXImage& image) {
+  if (image.texture() == nullptr) return false;
   constexpr size_t kFloatPixelBytes = 4 * sizeof(float);
   return image.texture()->RowBytes() == image.texture()->width() * kFloatPixelBytes;
 }

@@ -33,6 +33,7 @@ class PXImage_OpenGL : public PXImage {
  protected:
   // The buffer for read-back, made on first use: height x stride bytes.
   std::byte* PixelBuffer();
+  void DropTexture() { texture_.reset(); }
   // The matrix type for the image's layout and data type.
   int MatrixType() const;
 
@@ -44,9 +45,14 @@ class PXImage_OpenGL : public PXImage {
   uint32_t kind_flag_ = 0;
 
  private:
+  // Whether the texture at hand can take other pixels of that shape.
+  bool CanKeepTexture(const GL::TextureShape& shape) const;
+
   std::shared_ptr<PXGraphics_OpenGL> graphics_;
   std::shared_ptr<GL::Texture> texture_;
+  bool adopted_ = false;  // the texture is someone else's
   std::vector<std::byte> pixel_buffer_;
+  std::vector<std::byte> packed_rows_;  // scratch memory of Create
 };
 
 }  // namespace krv

@@ -15,6 +15,14 @@ bool PXProgram_OpenGL::Build(std::string fragment_source, std::string vertex_sou
   return shader_ != nullptr;
 }
 
+std::vector<std::string> SamplerNames(const PXProgram& program) {
+  std::vector<std::string> names;
+  for (const GL::ShaderVariable& variable : program.shader()->uniforms()) {
+    if (variable.type == GL::ShaderVarType::kSampler2D) names.push_back(variable.name);
+  }
+  return names;
+}
+
 std::shared_ptr<PXProgram> CreateProgram(std::string fragment_source, std::string vertex_source) {
   auto program = std::make_shared<PXProgram_OpenGL>();
   return program->Build(std::move(fragment_source), std::move(vertex_source)) ? program : nullptr;

@@ -3,10 +3,12 @@
 #include <glad/gl.h>
 
 #include <cstring>
+#include <memory_resource>
 
 #include "graphics/opengl/impl/gl_check.h"
 #include "graphics/opengl/impl/gl_state.h"
 #include "graphics/opengl/impl/resource_pool.h"
+#include "memory/frame_memory.h"
 
 namespace krv::GL {
 namespace {
@@ -105,6 +107,25 @@ void Texture::Release() {
   name_ = 0;
 }
 
+bool Texture::HasShape(const TextureShape& shape) const {
+  return width_ == shape.width && height_ == shape.height && format_ == shape.format &&
+         type_ == shape.type;
+}
+
+bool Texture::IsOfCurrentContext() const {
+  return owner_ == ResourcePool::Instance().CurrentOwner();
+}
+
+// Every frame makes a handle for each texture of the host's.
+std::shared_ptr<Texture> Texture::MakeHandle() {
+  std::pmr::polymorphic_allocator<Texture> memory(&FrameMemory());
+  const auto release = [memory](Texture* texture) mutable {
+    texture->Release();
+    memory.delete_object(texture);
+  };
+  return {memory.new_object<Texture>(Key()), release, memory};
+}
+
 std::shared_ptr<Texture> Texture::Create(const TextureShape& shape, const void* pixels,
                                          uint32_t row_length) {
   if (!FitsDriver(shape)) return nullptr;
@@ -112,10 +133,7 @@ std::shared_ptr<Texture> Texture::Create(const TextureShape& shape, const void* 
   const uint32_t name =
       pool.Acquire(shape.internal_format, shape.format, shape.width, shape.height);
   if (name == 0) return nullptr;
-  std::shared_ptr<Texture> texture(new Texture, [](Texture* t) {
-    t->Release();
-    delete t;
-  });
+  auto texture = MakeHandle();
   texture->Record(name, shape);
   texture->owner_ = pool.CurrentOwner();
 
@@ -147,10 +165,7 @@ std::shared_ptr<Texture> Texture::Adopt(uint32_t name, const TextureShape& shape
                                         const void* pixels, uint32_t row_length) {
   auto& pool = ResourcePool::Instance();
   pool.Adopt(name, shape.internal_format, shape.format, shape.width, shape.height);
-  std::shared_ptr<Texture> texture(new Texture, [](Texture* t) {
-    t->Release();
-    delete t;
-  });
+  auto texture = MakeHandle();
   texture->Record(name, shape);
   texture->owner_ = pool.CurrentOwner();
   if (pixels == nullptr) return texture;
@@ -168,6 +183,21 @@ std::shared_ptr<Texture> Texture::Adopt(uint32_t name, const TextureShape& shape
   glBindTexture(GL_TEXTURE_2D, 0);
   CheckGl();
   return texture;
+}
+
+void Texture::Upload(const void* pixels, uint32_t row_length) const {
+  glActiveTexture(GL_TEXTURE0);
+  CheckGl();
+  Bind();
+  glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+  CheckGl();
+  const ScopedPixelStore store(ScopedPixelStore::Direction::kUpload,
+                               static_cast<GLint>(row_length));
+  glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, static_cast<GLsizei>(width_),
+                  static_cast<GLsizei>(height_), format_, type_, pixels);
+  CheckGl();
+  glBindTexture(GL_TEXTURE_2D, 0);
+  CheckGl();
 }
 
 bool Texture::ReadBack(void* destination, int32_t stride) const {

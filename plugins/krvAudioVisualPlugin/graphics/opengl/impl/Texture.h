@@ -33,12 +33,28 @@ class Texture {
   static std::shared_ptr<Texture> Adopt(uint32_t name, const TextureShape& shape,
                                         const void* pixels, uint32_t row_length);
 
+  // Made by the two functions above alone.
+  class Key {
+    Key() = default;
+    friend class Texture;
+  };
+  explicit Texture(Key) {}
   Texture(const Texture&) = delete;
   Texture& operator=(const Texture&) = delete;
 
   uint32_t name() const { return name_; }
   uint32_t width() const { return width_; }
   uint32_t height() const { return height_; }
+
+  // Replaces the whole picture by `pixels`, rows `row_length` pixels apart, in its own format and
+  // type. For a texture of the pool.
+  void Upload(const void* pixels, uint32_t row_length) const;
+
+  // Whether it is of that size, format and type.
+  bool HasShape(const TextureShape& shape) const;
+
+  // Whether it lives in the context that is current.
+  bool IsOfCurrentContext() const;
 
   // Bytes of one row of the read-back, without padding.
   size_t RowBytes() const;
@@ -51,7 +67,7 @@ class Texture {
   bool ReadBack(void* destination, int32_t stride) const;
 
  private:
-  Texture() = default;
+  static std::shared_ptr<Texture> MakeHandle();
   void Record(uint32_t name, const TextureShape& shape);
   void Release();
 

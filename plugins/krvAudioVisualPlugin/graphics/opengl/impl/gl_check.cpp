@@ -25,4 +25,8 @@ bool CheckGl(const char* file, int line) {
   return false;
 }
 
+void Finish() {
+  if (glad_glFinish != nullptr) glFinish();
+}
+
 }  // namespace krv::GL

@@ -7,4 +7,7 @@ namespace krv::GL {
 // of the call when it is set. Work goes on. False when it was set.
 bool CheckGl(const char* file = __builtin_FILE(), int line = __builtin_LINE());
 
+// Waits for everything asked of the current context.
+void Finish();
+
 }  // namespace krv::GL

@@ -63,14 +63,14 @@ ScopedDrawState::~ScopedDrawState() {
   }
 }
 
-ScopedSamplers::ScopedSamplers(size_t units) {
-  if (glad_glBindSampler == nullptr) return;
-  for (GLuint unit = 0; unit < units; ++unit) {
+ScopedSamplers::ScopedSamplers(size_t units)
+    : samplers_(glad_glBindSampler == nullptr ? 0 : units) {
+  for (GLuint unit = 0; unit < samplers_.size(); ++unit) {
     GLint sampler = 0;
     glActiveTexture(GL_TEXTURE0 + unit);
     glGetIntegerv(GL_SAMPLER_BINDING, &sampler);
     if (sampler != 0) glBindSampler(unit, 0);
-    samplers_.push_back(static_cast<GLuint>(sampler));
+    samplers_[unit] = static_cast<GLuint>(sampler);
   }
 }
 

@@ -5,7 +5,7 @@
 
 #include <array>
 #include <cstddef>
-#include <vector>
+#include <opencv2/core/utility.hpp>
 
 namespace krv::GL {
 
@@ -46,7 +46,7 @@ class ScopedSamplers {
   ~ScopedSamplers();
 
  private:
-  std::vector<GLuint> samplers_;  // by unit; empty where the driver has no sampler objects
+  cv::AutoBuffer<GLuint, 16> samplers_;  // by unit; empty where the driver has no sampler objects
 };
 
 // For one transfer: rows `row_length` pixels apart (0: tight), byte alignment 1, nothing skipped or

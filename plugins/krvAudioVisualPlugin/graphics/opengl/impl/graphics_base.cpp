@@ -71,17 +71,16 @@ bool Graphics_Base::IsAvailable() {
 bool Graphics_Base::SetTarget(GL::Texture* texture) {
   const std::lock_guard lock(mutex_);
   const auto thread = std::this_thread::get_id();
-  if (texture == nullptr) {
-    targets_.erase(thread);
-  } else {
-    targets_[thread] = texture;
-  }
+  std::erase_if(targets_, [thread](const ThreadTarget& t) { return t.thread == thread; });
+  if (texture != nullptr) targets_.push_back({thread, texture});
   return true;
 }
 
 GL::Texture* Graphics_Base::Target() const {
-  const auto found = targets_.find(std::this_thread::get_id());
-  return found == targets_.end() ? nullptr : found->second;
+  for (const ThreadTarget& target : targets_) {
+    if (target.thread == std::this_thread::get_id()) return target.texture;
+  }
+  return nullptr;
 }
 
 bool Graphics_Base::Render(const DrawDescription& draw) {

@@ -1,11 +1,11 @@
 // The plug-in's own OpenGL implementation.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "graphics/opengl/impl/graphics_impl.h"
 
@@ -40,8 +40,13 @@ class Graphics_Base final : public GraphicsImpl {
   GL::Texture* Target() const;
   bool DrawByMode(const DrawDescription& draw);
 
-  std::map<std::thread::id, GL::Texture*> targets_;  // not owned; never null
-  std::mutex mutex_;                                 // guards targets_ and every draw
+  struct ThreadTarget {
+    std::thread::id thread;
+    GL::Texture* texture;  // not owned; never null
+  };
+
+  std::vector<ThreadTarget> targets_;  // those that draw at the moment: few
+  std::mutex mutex_;                   // guards targets_ and every draw
 };
 
 }  // namespace krv

@@ -5,7 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "graphics/px_graphics_context.h"
 #include "graphics/uniform_value.h"
@@ -20,10 +20,10 @@ class Texture;
 // One draw, valid for the call it is handed to.
 struct DrawDescription {
   DrawMode mode = DrawMode::kQuad;
-  std::vector<GL::Texture*> textures;  // unit order
+  std::span<GL::Texture* const> textures;  // unit order
   GL::Shader* program = nullptr;
   std::span<const UniformValue> uniforms;
-  std::string mesh_attribute;
+  std::string_view mesh_attribute;
   uint64_t mesh_float_count = 0;
   const float* mesh_floats = nullptr;  // three per vertex
 };

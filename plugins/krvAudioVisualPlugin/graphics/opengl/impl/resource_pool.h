@@ -6,8 +6,11 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <mutex>
 #include <vector>
+
+#include "memory/frame_memory.h"
 
 namespace krv::GL {
 
@@ -76,9 +79,10 @@ class ResourcePool {
     uint64_t owner = 0;
     uint32_t witness = 0;  // a texture whose parameters tell this context from a successor
     bool intel = false;    // the GL vendor, for work-arounds
-    std::map<uint32_t, uint8_t> users;
-    std::map<uint32_t, TextureRecord> records;
-    std::list<uint32_t> free_list;  // most recently released at the front
+    // In memory that frames hand out again: the host's textures come and go with every frame.
+    std::pmr::map<uint32_t, uint8_t> users{&FrameMemory()};
+    std::pmr::map<uint32_t, TextureRecord> records{&FrameMemory()};
+    std::pmr::list<uint32_t> free_list{&FrameMemory()};  // most recently released at the front
     uint64_t free_bytes = 0;
     std::vector<uint32_t> doomed;  // to be deleted when the context is current again
   };

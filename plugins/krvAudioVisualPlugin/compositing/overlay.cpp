@@ -1,0 +1,165 @@
+#include "compositing/overlay.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace krv {
+namespace {
+
+constexpr int32_t kBlock = 16;  // texels
+
+size_t PixelBytes(PixelType type) {
+  switch (type) {
+    case kPixel8:
+      return 4;
+    case kPixel16:
+      return 8;
+    case kPixelFloat:
+      return 16;
+  }
+  return 4;
+}
+
+// Whether any of the texels has alpha.
+bool IsTouched(const uint8_t* texels, int32_t count) {
+  uint32_t all = 0;
+  for (int32_t i = 0; i < count; ++i) {
+    uint32_t texel = 0;
+    std::memcpy(&texel, texels + 4 * ptrdiff_t{i}, sizeof(texel));
+    all |= texel;
+  }
+  std::array<uint8_t, 4> channels;
+  std::memcpy(channels.data(), &all, sizeof(all));
+  return channels[3] != 0;
+}
+
+void CopyPixels(const std::byte* input, std::byte* output, size_t pixel_bytes, PixelSpan pixels) {
+  if (input == output || pixels.begin >= pixels.end) return;
+  const size_t offset = static_cast<size_t>(pixels.begin) * pixel_bytes;
+  std::memcpy(output + offset, input + offset,
+              static_cast<size_t>(pixels.end - pixels.begin) * pixel_bytes);
+}
+
+// By block, the pixels that have one of its texels as their lower or upper one.
+std::vector<PixelSpan> BlockSpans(const std::vector<SamplingTap>& columns, int32_t texels) {
+  std::vector<PixelSpan> spans(static_cast<size_t>((texels + kBlock - 1) / kBlock));
+  for (size_t block = 0; block < spans.size(); ++block) {
+    const int32_t first = static_cast<int32_t>(block) * kBlock;
+    const auto reaches = [first](const SamplingTap& tap) { return tap.lower + 1 < first; };
+    const auto within = [first](const SamplingTap& tap) { return tap.lower < first + kBlock; };
+    const auto begin = std::partition_point(columns.begin(), columns.end(), reaches);
+    const auto end = std::partition_point(columns.begin(), columns.end(), within);
+    spans[block] = {static_cast<int32_t>(begin - columns.begin()),
+                    static_cast<int32_t>(end - columns.begin())};
+  }
+  return spans;
+}
+
+}  // namespace
+
+void Overlay::Resize(int32_t effect_width, int32_t effect_height, int32_t frame_width,
+                     int32_t frame_height) {
+  if (effect_width != effect_width_ || frame_width != frame_width_) {
+    columns_ = SamplingTaps(frame_width, effect_width);
+    column_weights_.clear();
+    for (const SamplingTap& tap : columns_) {
+      column_weights_.insert(column_weights_.end(), 4, FixedWeight(tap.weight));
+    }
+    block_spans_ = BlockSpans(columns_, effect_width);
+    spans_.reserve(block_spans_.size());
+    const size_t channels = (static_cast<size_t>(effect_width) + 1) * 4;
+    fixed_row_.assign(channels, 0);
+    float_row_.assign(channels, 0);
+  }
+  if (effect_height != effect_height_ || frame_height != frame_height_) {
+    rows_ = SamplingTaps(frame_height, effect_height);
+  }
+  effect_width_ = effect_width;
+  effect_height_ = effect_height;
+  frame_width_ = frame_width;
+  frame_height_ = frame_height;
+  effect_.resize(static_cast<size_t>(effect_width) * static_cast<size_t>(effect_height) * 4);
+  touched_.resize(block_spans_.size() * static_cast<size_t>(effect_height));
+}
+
+void Overlay::FindTouchedBlocks() {
+  const uint8_t* texels = effect_.data();
+  auto touched = touched_.begin();
+  for (int32_t row = 0; row < effect_height_; ++row) {
+    for (int32_t left = effect_width_; left > 0; left -= kBlock) {
+      const int32_t count = std::min(left, kBlock);
+      *touched++ = IsTouched(texels, count) ? 1 : 0;
+      texels += 4 * ptrdiff_t{count};
+    }
+  }
+}
+
+// Next to each other, spans become one; without blending nothing of the effect is left out.
+void Overlay::FindSpans(const SamplingTap& row, bool blend) {
+  spans_.clear();
+  if (!blend) {
+    spans_.push_back({0, frame_width_});
+    return;
+  }
+  const size_t blocks = block_spans_.size();
+  const uint8_t* lower = touched_.data() + static_cast<size_t>(row.lower) * blocks;
+  const uint8_t* upper = row.lower + 1 < effect_height_ ? lower + blocks : lower;
+  for (size_t block = 0; block < blocks; ++block) {
+    if ((lower[block] | upper[block]) == 0) continue;
+    const PixelSpan& pixels = block_spans_[block];
+    if (!spans_.empty() && spans_.back().end >= pixels.begin) {
+      spans_.back().end = pixels.end;
+    } else {
+      spans_.push_back(pixels);
+    }
+  }
+}
+
+void Overlay::SampleRow(PixelType type, const SamplingTap& row, PixelSpan texels) {
+  const size_t row_bytes = static_cast<size_t>(effect_width_) * 4;
+  const uint8_t* lower = effect_.data() + static_cast<size_t>(row.lower) * row_bytes;
+  const uint8_t* upper = row.lower + 1 < effect_height_ ? lower + row_bytes : lower;
+  const bool repeats_last = texels.end > effect_width_;
+  texels.end = std::min(texels.end, effect_width_);
+  if (type == kPixel8) {
+    SampleFixedRow(lower, upper, row.weight, texels, fixed_row_.data());
+    if (repeats_last) std::copy_n(fixed_row_.end() - 8, 4, fixed_row_.end() - 4);
+  } else {
+    SampleFloatRow(lower, upper, row.weight, texels, float_row_.data());
+    if (repeats_last) std::copy_n(float_row_.end() - 8, 4, float_row_.end() - 4);
+  }
+}
+
+void Overlay::LayOver(const OverlayFrames& frames, bool blend) {
+  if (blend) FindTouchedBlocks();
+  const size_t pixel_bytes = PixelBytes(frames.type);
+  const auto* input = static_cast<const std::byte*>(frames.input);
+  auto* output = static_cast<std::byte*>(frames.output);
+  for (const SamplingTap& row : rows_) {
+    const RowLayers layers{frames.type,     fixed_row_.data(),      float_row_.data(),
+                           columns_.data(), column_weights_.data(), input,
+                           output};
+    int32_t copied = 0;
+    FindSpans(row, blend);
+    for (const PixelSpan& span : spans_) {
+      SampleRow(frames.type, row,
+                {columns_[static_cast<size_t>(span.begin)].lower,
+                 columns_[static_cast<size_t>(span.end) - 1].lower + 2});
+      if (blend) {
+        CopyPixels(input, output, pixel_bytes, {copied, span.begin});
+        BlendSpan(layers, span);
+      } else {
+        WriteSpan(layers, span);
+      }
+      copied = span.end;
+    }
+    if (blend) {
+      CopyPixels(input, output, pixel_bytes, {copied, frame_width_});
+      input += frames.input_stride;
+    }
+    output += frames.output_stride;
+  }
+}
+
+}  // namespace krv
