@@ -2,64 +2,23 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
-#include "audio_block.h"
 #include "effects/effect_fixture.h"
+#include "effects/shipped_package.h"
 
 namespace krv::test {
 namespace {
 
 using Json = nlohmann::json;
 
-constexpr int32_t kSampleFrames = 1764;
-
-// Sound whose spectrum falls from loud lows to quiet highs.
-std::vector<int16_t> FallingNoise() {
-  std::vector<int16_t> samples;
-  uint32_t state = 1;
-  double value = 0;
-  for (int32_t i = 0; i < kSampleFrames; ++i) {
-    state = state * 1103515245 + 12345;
-    value = 0.9 * value + 0.1 * (static_cast<int32_t>(state >> 16) - 0x8000);
-    samples.push_back(static_cast<int16_t>(value));
-  }
-  return samples;
-}
-
-std::string ContentsOf(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-Json DescriptionOf(const std::string& name) {
-  return Json::parse(ContentsOf(std::filesystem::path(KRV_PACKAGES) / name / "description.json"));
-}
-
-// The shader files that lie in a package's folder.
-std::map<std::string, std::string> FilesOf(const std::string& name) {
-  std::map<std::string, std::string> files;
-  const std::filesystem::path folder = std::filesystem::path(KRV_PACKAGES) / name;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.path().extension() == ".json") continue;
-    files[entry.path().filename().string()] = ContentsOf(entry.path());
-  }
-  return files;
-}
-
 // The packages that show something without a mask.
 std::vector<std::string> PackageNames() {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(KRV_PACKAGES)) {
-    if (!entry.is_directory()) continue;
-    const std::string name = entry.path().filename().string();
-    if (!DescriptionOf(name).contains("input_list")) names.push_back(name);
-  }
-  std::sort(names.begin(), names.end());
+  std::vector<std::string> names = ShippedPackageNames();
+  std::erase_if(names, [](const std::string& name) {
+    return ShippedPackage(name).description.contains("input_list");
+  });
   return names;
 }
 
@@ -84,7 +43,7 @@ class ShippedPackages : public EffectTest, public testing::WithParamInterface<st
   ShippedPackages() {
     context_.output = &picture_;
     context_.input = &background_;
-    context_.audio = &block_;
+    context_.audio = &noise_.block;
     context_.index = 40;
   }
 
@@ -121,10 +80,8 @@ class ShippedPackages : public EffectTest, public testing::WithParamInterface<st
             {{"direction", Int(0)}}};     // likewise for its upper and lower halves
   }
 
-  Json description_ = DescriptionOf(GetParam());
-  std::vector<int16_t> samples_ = FallingNoise();
-  host::BorrowedAudioBlock block_{
-      {.samples = samples_.data(), .sample_frames = kSampleFrames, .channels = 1}};
+  Json description_ = ShippedPackage(GetParam()).description;
+  FallingNoise noise_;
   host::MemoryFrame background_{96, 72, kPixel8};
   host::MemoryFrame picture_{96, 72, kPixel8};
 };
@@ -132,17 +89,13 @@ class ShippedPackages : public EffectTest, public testing::WithParamInterface<st
 // Effects that draw a mesh bear the name that chooses their class.
 TEST_P(ShippedPackages, AreNamedAfterTheirFolderOrTheirClass) {
   const bool has_mesh = description_.contains("opengl_vert");
-  EXPECT_EQ(description_["unique_name"],
-            "audio_visualization_" + (has_mesh ? "3d_geometry" : GetParam()));
+  EXPECT_THAT(
+      description_["unique_name"].get<std::string>(),
+      testing::StartsWith("audio_visualization_" + (has_mesh ? "3d_geometry" : GetParam()) + "_"));
 }
 
 TEST_P(ShippedPackages, EveryParameterOnShowChangesThePicture) {
-  Package package;
-  package.description = description_;
-  package.description["unique_name"] =
-      description_["unique_name"].get<std::string>() + "_under_test";
-  package.files = FilesOf(GetParam());
-  const Instance effect = host_.Make(std::move(package));
+  const Instance effect = host_.Make(ShippedPackage(GetParam()));
   for (const Json& parameter : description_["params"]) {
     if (parameter.value("ui_type", "") == "NoShow") continue;
     bool matters = false;

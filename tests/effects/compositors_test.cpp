@@ -1,0 +1,169 @@
+// The two ways in which an effect gets over a frame in memory: on the CPU, and with the blend
+// program on the GPU. They have to give the same pictures.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "effects/effect_fixture.h"
+#include "effects/shipped_package.h"
+#include "effects/test_mask.h"
+#include "shaders/builtin_shaders.h"
+
+namespace krv::test {
+namespace {
+
+// The package with the default blend as a script of its own, which is left to the GPU. One that has
+// a script is left to it anyway.
+Package LeftToTheGpu(Package package) {
+  if (package.description.contains("blend_script")) return package;
+  package.description["blend_script"] = "default_blend.glsl";
+  package.files["default_blend.glsl"] = std::string(DefaultBlendShader());
+  if (package.description.contains("unique_name")) {
+    auto& unique_name = package.description["unique_name"];
+    unique_name = unique_name.get<std::string>() + "_on_the_gpu";
+  }
+  return package;
+}
+
+struct FrameShape {
+  int32_t width;
+  int32_t height;
+  int32_t pixel_type;
+  int32_t padding;  // bytes behind each row
+};
+
+int32_t PixelBytes(int32_t pixel_type) {
+  return pixel_type == kPixel8 ? 4 : pixel_type == kPixel16 ? 8 : 16;
+}
+
+host::MemoryFrame NewFrame(const FrameShape& shape) {
+  const int32_t stride = shape.width * PixelBytes(shape.pixel_type) + shape.padding;
+  return {shape.width, shape.height, shape.pixel_type, stride};
+}
+
+// Channel values of a row, 0 to 1 for full scale.
+double ChannelAt(host::MemoryFrame& frame, const FrameShape& shape, int32_t y, int32_t channel) {
+  const auto* row = static_cast<const uint8_t*>(frame.GetPixels()) +
+                    ptrdiff_t{y} * (shape.width * PixelBytes(shape.pixel_type) + shape.padding);
+  if (shape.pixel_type == kPixel8) return row[channel] / 255.0;
+  if (shape.pixel_type == kPixel16) {
+    uint16_t value = 0;
+    std::memcpy(&value, row + 2 * ptrdiff_t{channel}, sizeof(value));
+    return value / 65535.0;
+  }
+  float value = 0;
+  std::memcpy(&value, row + 4 * ptrdiff_t{channel}, sizeof(value));
+  return double{value};
+}
+
+double LargestDifference(host::MemoryFrame& a, host::MemoryFrame& b, const FrameShape& shape) {
+  double largest = 0;
+  for (int32_t y = 0; y < shape.height; ++y) {
+    for (int32_t channel = 0; channel < shape.width * 4; ++channel) {
+      largest = std::max(
+          largest, std::abs(ChannelAt(a, shape, y, channel) - ChannelAt(b, shape, y, channel)));
+    }
+  }
+  return largest;
+}
+
+// Makes a frame of random bytes, which for floats are numbers between 0 and 1.
+void FillRandomly(host::MemoryFrame& frame, const FrameShape& shape) {
+  uint32_t state = 9;
+  const auto next = [&state] { return (state = state * 1664525 + 1013904223) >> 8; };
+  for (int32_t y = 0; y < shape.height; ++y) {
+    auto* row = static_cast<uint8_t*>(frame.GetPixels()) +
+                ptrdiff_t{y} * (shape.width * PixelBytes(shape.pixel_type) + shape.padding);
+    for (int32_t channel = 0; channel < shape.width * 4; ++channel) {
+      if (shape.pixel_type == kPixel8) {
+        row[channel] = static_cast<uint8_t>(next());
+      } else if (shape.pixel_type == kPixel16) {
+        const auto value = static_cast<uint16_t>(next());
+        std::memcpy(row + 2 * ptrdiff_t{channel}, &value, sizeof(value));
+      } else {
+        const float value = static_cast<float>(next()) / 16777216.0F;
+        std::memcpy(row + 4 * ptrdiff_t{channel}, &value, sizeof(value));
+      }
+    }
+  }
+}
+
+class Compositors : public EffectTest, public testing::WithParamInterface<std::string> {
+ protected:
+  // The largest difference between the two pictures of a package, as a share of full scale.
+  double Difference(const Package& package, const FrameShape& shape) {
+    host::MemoryFrame input = NewFrame(shape);
+    FillRandomly(input, shape);
+    host::MemoryFrame on_cpu = NewFrame(shape);
+    host::MemoryFrame on_gpu = NewFrame(shape);
+    context_.input = &input;
+    context_.audio = &noise_.block;
+    context_.person_mask = &person_;
+    context_.index = 40;
+    Render(package, &on_cpu);
+    Render(LeftToTheGpu(package), &on_gpu);
+    return LargestDifference(on_cpu, on_gpu, shape);
+  }
+
+  FallingNoise noise_;
+  TestMask person_{64, 36, {24, 6, 16, 30}};
+
+ private:
+  void Render(const Package& package, host::MemoryFrame* output) {
+    context_.output = output;
+    const Instance effect = host_.Make(package);
+    EXPECT_EQ(ProcessFrame(*effect, context_), kOk);
+  }
+};
+
+constexpr double kStep = 1.0 / 255;
+
+TEST_P(Compositors, AgreeOnEveryPackageAtEveryPixelType) {
+  Package package = ShippedPackage(GetParam());
+  package.description["quality"] = "low";
+  for (const FrameShape& shape :
+       {FrameShape{640, 360, kPixel8, 0}, FrameShape{333, 517, kPixel8, 20},
+        FrameShape{640, 360, kPixel16, 6}, FrameShape{640, 360, kPixelFloat, 4}}) {
+    EXPECT_LE(Difference(package, shape), 1.001 * kStep) << shape.pixel_type << " " << shape.width;
+  }
+}
+
+TEST_P(Compositors, AgreeOnEveryPackageWithoutScaling) {
+  EXPECT_LE(Difference(ShippedPackage(GetParam()), {211, 119, kPixel8, 4}), 1.001 * kStep);
+}
+
+TEST_P(Compositors, AgreeOnEveryPackageWithoutBlending) {
+  Package package = ShippedPackage(GetParam());
+  package.description["quality"] = "low";
+  package.description["without_blend"] = true;
+  EXPECT_LE(Difference(package, {640, 360, kPixel8, 0}), 1.001 * kStep);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Compositors, testing::ValuesIn(ShippedPackageNames()),
+                         [](const auto& test) { return test.param; });
+
+using OpaqueEffects = Compositors;
+
+// Full alpha is added, anything below is mixed: the two ways have to see the same edge.
+TEST_P(OpaqueEffects, AreAddedAtTheSamePixels) {
+  const Package package = PassPackage({Fragment(GetParam(), "uniform vec2 iResolution;")});
+  for (const FrameShape& shape :
+       {FrameShape{211, 119, kPixel8, 0}, FrameShape{853, 480, kPixel8, 0},
+        FrameShape{960, 540, kPixel8, 0}, FrameShape{1440, 1440, kPixel8, 0},
+        FrameShape{1280, 720, kPixel16, 0}}) {
+    EXPECT_LE(Difference(package, shape), 1.001 * kStep) << shape.width << " " << shape.pixel_type;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Figures, OpaqueEffects,
+    testing::Values("vec2 at = gl_FragCoord.xy / iResolution; "
+                    "gl_FragColor = vec4(0.2, 0.3, 0.1, step(0.3, at.x) * step(0.2, at.y));",
+                    "vec2 cell = floor(gl_FragCoord.xy / 3.0); "
+                    "gl_FragColor = vec4(0.1, 0.2, 0.3, mod(cell.x + cell.y, 2.0));"));
+
+}  // namespace
+}  // namespace krv::test
