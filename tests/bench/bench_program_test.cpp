@@ -109,6 +109,9 @@ TEST_F(BenchProgram, EachMeasurementHasTheFrameTheLimitAndTheRatio) {
   std::vector<std::string> parts;
   for (const auto& part : measured["limit"]["parts"]) parts.push_back(part["name"]);
   EXPECT_THAT(parts, ::testing::ElementsAre("pass1", "read_back", "copy"));
+  std::vector<std::string> stages;
+  for (const auto& stage : measured["stages"]) stages.push_back(stage["name"]);
+  EXPECT_THAT(stages, ::testing::IsSupersetOf({"parameters", "audio", "pass1", "read_back"}));
   const double frame = measured["frame"]["wall_ms"]["median"];
   const double limit = measured["limit"]["wall_ms"]["median"];
   EXPECT_NEAR(measured["ratio"]["wall"], frame / limit, 1e-6);

@@ -11,11 +11,8 @@ namespace krv {
 namespace {
 
 bool AreWanted() {
-  static const bool wanted = [] {
-    const char* value = std::getenv("KRV_FRAME_TIMES");
-    return value != nullptr && *value != '\0';
-  }();
-  return wanted;
+  const char* value = std::getenv("KRV_FRAME_TIMES");
+  return value != nullptr && *value != '\0';
 }
 
 }  // namespace
