@@ -8,8 +8,8 @@
 
 namespace krv {
 
-// With the environment variable KRV_FRAME_TIMES set to anything but nothing when an instance is made,
-// every frame of it logs one line at level 1:
+// With the environment variable KRV_FRAME_TIMES set to anything but nothing when an instance is
+// made, every frame of it logs one line at level 1:
 //   "Frame times (us) : parameters=3 audio=21 upload=812 pass1=1300 read_back=400 blend=900"
 // in the order in which the stages happened, in whole microseconds. Each stage then waits until the
 // GPU has done its work, so such a frame as a whole is slower than others. Without the variable
