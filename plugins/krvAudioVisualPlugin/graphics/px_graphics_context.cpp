@@ -20,8 +20,10 @@ void PXGraphicsContext::AddUniform(std::string_view name, UniformType type, cons
 }
 
 void PXGraphicsContext::Reset() {
-  for (UniformValue& uniform : uniforms) spare_uniforms_.push_back(std::move(uniform));
-  uniforms.clear();
+  // So that each place in the next draw gets the memory that it had in this one.
+  for (; !uniforms.empty(); uniforms.pop_back()) {
+    spare_uniforms_.push_back(std::move(uniforms.back()));
+  }
   draw_mode = DrawMode::kQuad;
   images.clear();
   program.reset();

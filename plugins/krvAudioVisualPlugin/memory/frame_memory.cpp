@@ -26,12 +26,8 @@ class LockedPool final : public std::pmr::memory_resource {
 }  // namespace
 
 std::pmr::memory_resource& FrameMemory() {
-#if defined(__SANITIZE_ADDRESS__)
-  return *std::pmr::new_delete_resource();  // which the sanitizer watches
-#else
   static auto* pool = new LockedPool;
   return *pool;
-#endif
 }
 
 }  // namespace krv
