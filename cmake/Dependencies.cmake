@@ -53,6 +53,21 @@ if(WIN32)
   target_link_libraries(krv_dep_opencv_people INTERFACE ${PROTOBUF_LIBRARY})
 endif()
 
+# The window of `krv studio`.
+pkg_check_modules(SDL IMPORTED_TARGET sdl2)
+pkg_check_modules(IMGUI IMPORTED_TARGET imgui)
+set(KRV_STUDIO OFF)
+if(SDL_FOUND AND IMGUI_FOUND)
+  set(KRV_STUDIO ON)
+  # As headers of the system, whose warnings are not ours.
+  add_library(krv_dep_window INTERFACE)
+  target_link_libraries(krv_dep_window INTERFACE PkgConfig::IMGUI PkgConfig::SDL)
+  target_include_directories(krv_dep_window SYSTEM INTERFACE
+    ${SDL_INCLUDE_DIRS} ${IMGUI_INCLUDE_DIRS} ${IMGUI_INCLUDEDIR}/backends)
+else()
+  message(STATUS "Built without `krv studio`: it needs SDL 2 and Dear ImGui")
+endif()
+
 # The OpenGL function loader is generated at build time.
 find_program(GLAD_PROGRAM glad REQUIRED)
 set(KRV_GLAD_DIR ${CMAKE_BINARY_DIR}/generated/glad)

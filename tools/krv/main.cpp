@@ -16,6 +16,7 @@
 #include "platform/process.h"
 #include "platform/standard_streams.h"
 #include "render_command.h"
+#include "studio_command.h"
 #include "validate_command.h"
 
 namespace {
@@ -45,6 +46,7 @@ int Run(std::vector<std::string> arguments) {
   krv::tool::AddCheckCommand(app, &action);
   krv::tool::AddRenderCommand(app, &action);
   krv::tool::AddGalleryCommand(app, &action);
+  krv::tool::AddStudioCommand(app, &action);
   krv::tool::AddValidateCommand(app, &action);
   krv::tool::AddBenchCommand(app, &action);
   const std::string first = arguments.empty() ? std::string() : arguments.front();

@@ -1,0 +1,198 @@
+#include "studio/description_text.h"
+
+#include <algorithm>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <vector>
+
+#include "parameter_text.h"
+#include "platform/file_system.h"
+#include "utf8_path.h"
+
+namespace krv::studio {
+namespace {
+
+using nlohmann::json;
+
+constexpr std::string_view kSpace = " \t\r\n";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Where a value stands in the text.
+struct Span {
+  size_t begin = 0;
+  size_t end = 0;
+};
+
+// Finds values in a text that is known to be JSON.
+class Places {
+ public:
+  explicit Places(std::string_view text) : text_(text) {}
+
+  std::string_view Text(Span span) const { return text_.substr(span.begin, span.end - span.begin); }
+
+  Span Whole() const {
+    const size_t start = text_.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+    return ValueAt(SkipSpace(start));
+  }
+
+  // The value of the object's last member of that name, as parsers take it.
+  std::optional<Span> Member(Span object, std::string_view name) const {
+    std::optional<Span> found;
+    if (text_[object.begin] != '{') return found;
+    size_t at = SkipSpace(object.begin + 1);
+    while (text_[at] == '"') {
+      const Span key = ValueAt(at);
+      const Span value = ValueAt(SkipSpace(SkipSpace(key.end) + 1));
+      if (json::parse(Text(key)).get<std::string>() == name) found = value;
+      at = Next(value);
+    }
+    return found;
+  }
+
+  std::vector<Span> Elements(Span array) const {
+    std::vector<Span> elements;
+    if (text_[array.begin] != '[') return elements;
+    size_t at = SkipSpace(array.begin + 1);
+    while (at + 1 < array.end) {
+      elements.push_back(ValueAt(at));
+      at = Next(elements.back());
+    }
+    return elements;
+  }
+
+ private:
+  size_t SkipSpace(size_t at) const {
+    return std::min(text_.find_first_not_of(kSpace, at), text_.size());
+  }
+
+  // Where the next member or element begins, or the bracket behind the last one stands.
+  size_t Next(Span value) const {
+    const size_t at = SkipSpace(value.end);
+    return text_[at] == ',' ? SkipSpace(at + 1) : at;
+  }
+
+  size_t SkipString(size_t at) const {
+    for (++at; text_[at] != '"'; ++at) {
+      if (text_[at] == '\\') ++at;
+    }
+    return at + 1;
+  }
+
+  Span ValueAt(size_t begin) const {
+    const char first = text_[begin];
+    if (first == '"') return {begin, SkipString(begin)};
+    if (first != '{' && first != '[') {
+      return {begin, std::min(text_.find_first_of(" \t\r\n,]}", begin), text_.size())};
+    }
+    int depth = 0;
+    size_t at = begin;
+    do {
+      const char c = text_[at];
+      if (c == '{' || c == '[') ++depth;
+      if (c == '}' || c == ']') --depth;
+      at = c == '"' ? SkipString(at) : at + 1;
+    } while (depth > 0);
+    return {begin, at};
+  }
+
+  std::string_view text_;
+};
+
+std::string NumberLike(std::string_view old, std::string number) {
+  const bool had_fraction = old.find('.') != std::string_view::npos;
+  if (had_fraction && number.find_first_of(".e") == std::string::npos) number += ".0";
+  return number;
+}
+
+// The value as JSON, in the form of the one that it replaces.
+std::string JsonText(const host::HostValue& value, std::string_view old) {
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    return json(*text).dump(-1, ' ', false, json::error_handler_t::replace);
+  }
+  if (const auto* truth = std::get_if<bool>(&value)) {
+    const bool was_word = old == "true" || old == "false";
+    if (was_word) return *truth ? "true" : "false";
+    return NumberLike(old, *truth ? "1" : "0");
+  }
+  if (const auto* number = std::get_if<float>(&value)) {
+    return NumberLike(old, tool::NumberText(kKindFloat, static_cast<double>(*number)));
+  }
+  return NumberLike(old, std::to_string(std::get<int32_t>(value)));
+}
+
+// Where each parameter's default stands; of parameters of one name the last one's.
+std::map<std::string, Span, std::less<>> DefaultsOf(const Places& places) {
+  std::map<std::string, Span, std::less<>> defaults;
+  const auto params = places.Member(places.Whole(), "params");
+  if (!params) return defaults;
+  for (const Span parameter : places.Elements(*params)) {
+    const auto name = places.Member(parameter, "name");
+    const auto value = places.Member(parameter, "default_value");
+    if (!name || !value) continue;
+    const json parsed = json::parse(places.Text(*name));
+    if (parsed.is_string()) defaults[parsed.get<std::string>()] = *value;
+  }
+  return defaults;
+}
+
+}  // namespace
+
+std::optional<std::string> ReplaceDefaults(std::string_view text, const ValuesByName& values,
+                                           std::string* error) {
+  if (!json::accept(text)) {
+    *error = "the description is not valid JSON";
+    return std::nullopt;
+  }
+  const Places places(text);
+  const auto defaults = DefaultsOf(places);
+  std::vector<std::pair<Span, std::string>> changes;
+  for (const auto& [name, value] : values) {
+    const auto found = defaults.find(name);
+    if (found == defaults.end()) {
+      *error = "the description has no parameter \"" + name + "\" with a default_value";
+      return std::nullopt;
+    }
+    changes.emplace_back(found->second, JsonText(value, places.Text(found->second)));
+  }
+  // From the end on, so that the places before stay right.
+  std::sort(changes.begin(), changes.end(),
+            [](const auto& a, const auto& b) { return a.first.begin > b.first.begin; });
+  std::string changed(text);
+  for (const auto& [span, value] : changes) {
+    changed.replace(span.begin, span.end - span.begin, value);
+  }
+  return changed;
+}
+
+bool SaveDefaults(const std::filesystem::path& description, const ValuesByName& values,
+                  std::string* error) {
+  const std::string name = host::Utf8(description);
+  std::ifstream in(host::platform::OpenablePath(description), std::ios::binary);
+  std::ostringstream content;
+  if (!in || !(content << in.rdbuf())) {
+    *error = name + ": cannot be read";
+    return false;
+  }
+  in.close();
+  std::string reason;
+  const auto changed = ReplaceDefaults(content.str(), values, &reason);
+  if (!changed) {
+    *error = name + ": " + reason;
+    return false;
+  }
+  std::filesystem::path part = description;
+  part += ".part";
+  std::ofstream out(host::platform::OpenablePath(part), std::ios::binary | std::ios::trunc);
+  out << *changed;
+  out.close();
+  std::error_code code;
+  if (out) host::platform::Rename(part, description, code);
+  if (out && !code) return true;
+  std::error_code ignored;
+  host::platform::Remove(part, ignored);
+  *error = name + ": cannot be written" + (code ? ": " + code.message() : std::string());
+  return false;
+}
+
+}  // namespace krv::studio

@@ -1,0 +1,165 @@
+#include "studio/export_dialog.h"
+
+#include <imgui_stdlib.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "progress.h"
+#include "studio/widgets.h"
+
+namespace krv::studio {
+namespace {
+
+constexpr float kWidth = 520;
+constexpr float kPad = 24;
+
+void Caption(const Ui& ui, const char* text) {
+  ImGui::PushFont(ui.look.fonts().small);
+  ImGui::PushStyleColor(ImGuiCol_Text, ui.look.colours().dim);
+  ImGui::TextUnformatted(text);
+  ImGui::PopStyleColor();
+  ImGui::PopFont();
+}
+
+void Wrapped(const std::string& text, ImU32 colour) {
+  ImGui::PushStyleColor(ImGuiCol_Text, colour);
+  ImGui::PushTextWrapPos(0);
+  ImGui::TextUnformatted(text.c_str());
+  ImGui::PopTextWrapPos();
+  ImGui::PopStyleColor();
+}
+
+}  // namespace
+
+void ExportDialog::Open(const Studio& studio) {
+  open_ = true;
+  if (!output_.empty()) return;
+  const std::string& name = studio.package().unique_name;
+  output_ = (name.empty() ? "export" : name) + ".mp4";
+}
+
+void ExportDialog::Dismiss(Studio* studio) {
+  if (studio->export_state().Running()) {
+    studio->CancelExport();
+    return;
+  }
+  studio->ForgetExport();
+  open_ = false;
+}
+
+void ExportDialog::DrawWishes(const Ui& ui) {
+  Caption(ui, "File");
+  ImGui::SetNextItemWidth(-1);
+  const bool entered = ImGui::InputText("##output", &output_, ImGuiInputTextFlags_EnterReturnsTrue);
+  ui.marks.SetItem("export/output");
+  Caption(ui, "The ending chooses the format: .mp4 .mkv .mov .webm, NAME%05d.png or FOLDER/");
+  ImGui::Dummy({0, ui.look.Px(4)});
+  Toggle(ui, "export/transparent", &transparent_);
+  ImGui::SameLine(0, ui.look.Px(10));
+  ImGui::TextUnformatted("The figure alone, transparent (.mov .webm .png)");
+  ImGui::Dummy({0, ui.look.Px(10)});
+  const bool go = TextButton(ui, "export/go", "Export", ButtonKind::kPrimary,
+                             ui.studio.package().ready && !output_.empty());
+  ImGui::SameLine();
+  if (TextButton(ui, "export/close", "Close", ButtonKind::kPlain)) Dismiss(&ui.studio);
+  if ((go || entered) && !output_.empty()) ui.studio.StartExport(output_, transparent_);
+}
+
+void ExportDialog::DrawProgress(const Ui& ui) {
+  const Palette& colours = ui.look.colours();
+  const ExportState& state = ui.studio.export_state();
+  const bool preparing = state.phase == ExportState::Phase::kPreparing;
+  const double share = preparing ? state.share
+                       : state.total > 0
+                           ? static_cast<double>(state.frames) / static_cast<double>(state.total)
+                           : 0;
+  Caption(ui, state.output.c_str());
+  const ImVec2 from = ImGui::GetCursorScreenPos();
+  const float width = ImGui::GetContentRegionAvail().x;
+  const float height = ui.look.Px(8);
+  ImDrawList* list = ImGui::GetWindowDrawList();
+  list->AddRectFilled(from, {from.x + width, from.y + height}, colours.raised, height / 2);
+  list->AddRectFilled(from, {from.x + width * static_cast<float>(share), from.y + height},
+                      preparing ? colours.dim : colours.accent, height / 2);
+  ImGui::Dummy({width, height + ui.look.Px(4)});
+  if (preparing) {
+    ImGui::TextUnformatted("Preparing the clip");
+  } else {
+    char text[96];
+    const double rate = state.seconds > 0 ? static_cast<double>(state.frames) / state.seconds : 0;
+    std::snprintf(text, sizeof text, "%lld of %lld frames, %.0f frames per second",
+                  static_cast<long long>(state.frames),
+                  static_cast<long long>(std::max(state.total, state.frames)), rate);
+    ImGui::TextUnformatted(text);
+  }
+  ImGui::Dummy({0, ui.look.Px(10)});
+  if (TextButton(ui, "export/cancel", "Cancel", ButtonKind::kPlain)) Dismiss(&ui.studio);
+}
+
+void ExportDialog::DrawResult(const Ui& ui) {
+  const Palette& colours = ui.look.colours();
+  const ExportState& state = ui.studio.export_state();
+  switch (state.phase) {
+    case ExportState::Phase::kDone:
+      Wrapped(state.message, colours.text);
+      break;
+    case ExportState::Phase::kCancelled:
+      Wrapped("Cancelled. Nothing was written.", colours.text);
+      break;
+    default:
+      Wrapped(state.message, colours.error);
+      break;
+  }
+  ImGui::Dummy({0, ui.look.Px(10)});
+  const bool done = state.phase == ExportState::Phase::kDone;
+  if (TextButton(ui, "export/close", done ? "Done" : "Close", ButtonKind::kPrimary)) {
+    Dismiss(&ui.studio);
+    return;
+  }
+  ImGui::SameLine();
+  if (TextButton(ui, "export/again", "Export again", ButtonKind::kPlain)) ui.studio.ForgetExport();
+}
+
+void ExportDialog::Draw(const Ui& ui) {
+  if (!open_) return;
+  const Palette& colours = ui.look.colours();
+  const ImVec2 screen = ImGui::GetIO().DisplaySize;
+  ImGui::SetNextWindowPos({0, 0});
+  ImGui::SetNextWindowSize(screen);
+  ImGui::PushStyleColor(ImGuiCol_WindowBg, WithAlpha(colours.background, 0.72f));
+  ImGui::Begin("shade", nullptr,
+               ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove |
+                   ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoNav |
+                   ImGuiWindowFlags_NoBringToFrontOnFocus);
+  ImGui::End();
+  ImGui::PopStyleColor();
+
+  const float width = std::min(ui.look.Px(kWidth), screen.x - ui.look.Px(40));
+  ImGui::SetNextWindowPos({screen.x / 2, screen.y * 0.42f}, 0, {0.5f, 0.5f});
+  ImGui::SetNextWindowSize({width, 0});
+  ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, {ui.look.Px(kPad), ui.look.Px(kPad)});
+  ImGui::PushStyleVar(ImGuiStyleVar_WindowRounding, ui.look.Px(12));
+  ImGui::PushStyleVar(ImGuiStyleVar_WindowBorderSize, 1);
+  ImGui::PushStyleColor(ImGuiCol_WindowBg, colours.panel);
+  ImGui::Begin("export", nullptr,
+               ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove |
+                   ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_AlwaysAutoResize);
+  ImGui::PushFont(ui.look.fonts().title);
+  ImGui::TextUnformatted("Export");
+  ImGui::PopFont();
+  ImGui::Dummy({0, ui.look.Px(4)});
+  const ExportState& state = ui.studio.export_state();
+  if (state.Running()) {
+    DrawProgress(ui);
+  } else if (state.phase == ExportState::Phase::kNone) {
+    DrawWishes(ui);
+  } else {
+    DrawResult(ui);
+  }
+  ImGui::End();
+  ImGui::PopStyleColor();
+  ImGui::PopStyleVar(3);
+}
+
+}  // namespace krv::studio
