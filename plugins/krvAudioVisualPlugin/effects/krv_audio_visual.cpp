@@ -91,6 +91,7 @@ int32_t KRVAudioVisual::ReleaseResources() {
     }
     ClearInputs();
     gradient_texture_.reset();
+    gradient_.release();
     gradient_text_.clear();
     effect_texture_.reset();
     for (auto& image : intermediates_) image.reset();

@@ -132,7 +132,8 @@ class KRVAudioVisual : public KRVEffect {
   std::array<float, 2> mask_left_right_ = {0, 0};  // fractions of the mask's width
   std::array<float, 2> mask_bottom_top_ = {0, 0};  // fractions of the mask's height
   std::shared_ptr<PXImage> gradient_texture_;
-  std::string gradient_text_;  // what gradient_texture_ was made from
+  cv::Mat gradient_;           // what it holds
+  std::string gradient_text_;  // what it was made from
   std::shared_ptr<PXImage> effect_texture_;
   EffectSize effect_size_ = {0, 0};
   std::shared_ptr<PXImage> intermediates_[2];  // results of all passes but the last, in turn

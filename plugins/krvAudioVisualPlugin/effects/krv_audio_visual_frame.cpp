@@ -6,6 +6,7 @@
 #include "boundary/host_log.h"
 #include "boundary/plugin_registry.h"
 #include "effects/effect_size.h"
+#include "effects/folded_shader.h"
 #include "effects/frame_timing.h"
 #include "effects/krv_audio_visual.h"
 #include "graphics/px_graphics.h"
@@ -160,6 +161,7 @@ int32_t KRVAudioVisual::DrawPass(PassRecord& pass, const ImageList& inputs, PXIm
   PreparePass(draw);
   draw.images = inputs.images;
   draw.program = pass.program;
+  if (pass.folded != nullptr) pass.folded->Fold(draw, {previous_spectrum_, gradient_});
   return DrawInto(target);
 }
 

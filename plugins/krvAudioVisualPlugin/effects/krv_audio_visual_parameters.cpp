@@ -48,6 +48,7 @@ void KRVAudioVisual::StoreGradient(const char* text) {
     auto texture = CreateImage(*gradient, PixelLayout::kBgra);
     if (texture == nullptr) throw std::runtime_error("Gradient texture is null.");
     gradient_texture_ = std::move(texture);
+    gradient_ = *gradient;
     gradient_text_ = text;
   }
   // Every time: the passes may be younger than the texture.

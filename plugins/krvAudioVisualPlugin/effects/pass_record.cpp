@@ -1,5 +1,6 @@
 #include "effects/pass_record.h"
 
+#include "effects/folded_shader.h"
 #include "graphics/px_graphics_context.h"
 
 namespace krv {
@@ -29,6 +30,9 @@ void AddUniformOfKind(PXGraphicsContext& draw, const std::string& name,
 }
 
 }  // namespace
+
+PassRecord::PassRecord() = default;
+PassRecord::~PassRecord() = default;
 
 void StoreUniform(PassRecord& record, std::string_view name, const ParameterValue& value) {
   if (value.kind == kKindText) return;

@@ -13,6 +13,7 @@
 
 namespace krv {
 
+class FoldedShader;
 class PXGraphicsContext;
 class PXProgram;
 
@@ -21,9 +22,13 @@ using UniformMap = std::map<std::string, ParameterValue, std::less<>>;
 // Uniforms may be set on one thread while another draws; each record's own mutex guards its map and
 // is never held while drawing.
 struct PassRecord {
+  PassRecord();
+  ~PassRecord();
+
   std::shared_ptr<PXProgram> program;
-  std::vector<std::string> samplers;  // that the program reads
-  UniformMap uniforms;                // under mutex
+  std::unique_ptr<FoldedShader> folded;  // of a built-in shader; null for any other
+  std::vector<std::string> samplers;     // that the program reads
+  UniformMap uniforms;                   // under mutex
   std::mutex mutex;
 };
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "boundary/host_log.h"
+#include "effects/folded_shader.h"
 #include "effects/shader_file.h"
 #include "graphics/px_program.h"
 #include "shaders/builtin_shaders.h"
@@ -19,11 +20,13 @@ std::string_view BaseName(std::string_view path) {
   return separator == std::string_view::npos ? path : path.substr(separator + 1);
 }
 
+bool IsBuiltin(const EffectDescription& description, const std::string& path) {
+  return description.Version().empty() && FindBuiltinShader(BaseName(path)).has_value();
+}
+
 std::optional<std::string> FragmentSource(const EffectDescription& description,
                                           const std::string& path) {
-  if (description.Version().empty()) {
-    if (const auto source = FindBuiltinShader(BaseName(path))) return std::string(*source);
-  }
+  if (IsBuiltin(description, path)) return std::string(*FindBuiltinShader(BaseName(path)));
   return LoadShaderFile(path, description.package_folder(), description.Enciphered());
 }
 
@@ -73,6 +76,10 @@ std::unique_ptr<PassRecord> BuildPass(const EffectDescription& description, cons
     return nullptr;
   }
   pass->samplers = SamplerNames(*pass->program);
+  // The folded form has a vertex shader of its own.
+  if (vertex_source.empty() && IsBuiltin(description, path)) {
+    pass->folded = FoldedShader::Create(BaseName(path));
+  }
   return pass;
 }
 

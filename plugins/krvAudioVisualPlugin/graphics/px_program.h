@@ -26,4 +26,7 @@ std::vector<std::string> SamplerNames(const PXProgram& program);
 // be had (no current context). GL thread.
 std::shared_ptr<PXProgram> CreateProgram(std::string fragment_source, std::string vertex_source);
 
+// Whether the driver took the program, so that it draws.
+bool IsLinked(const PXProgram& program);
+
 }  // namespace krv

@@ -100,9 +100,11 @@ float spectrum(float u) { return texture(audio_tex, vec2(u, 0.0)).r; }
 // How far the loudness of the frame lets the figure move, 0..1.
 float loudness() { return ramp(audio_db_min, audio_db_max, audio_left_db); }
 
-// Coverage with a halo. nearness is EPSILON / distance; a smaller base reaches further.
+// Coverage with a halo: nearness, EPSILON / distance, to this power. A smaller base reaches further.
+float glowExponent(float base) { return base + ramp(1.0, 0.1, glow_intensity) * 0.4; }
+
 float getGlow(float nearness, float base) {
-  return pow(nearness, base + ramp(1.0, 0.1, glow_intensity) * 0.4);
+  return pow(nearness, glowExponent(base));
 }
 
 // Coverage of thin lines.

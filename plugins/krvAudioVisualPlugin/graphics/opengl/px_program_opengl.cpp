@@ -28,4 +28,8 @@ std::shared_ptr<PXProgram> CreateProgram(std::string fragment_source, std::strin
   return program->Build(std::move(fragment_source), std::move(vertex_source)) ? program : nullptr;
 }
 
+bool IsLinked(const PXProgram& program) {
+  return program.shader() != nullptr && program.shader()->linked();
+}
+
 }  // namespace krv
