@@ -1,4 +1,4 @@
-// A fixture that holds one built-in shader, compiled once for a test suite.
+// A fixture that holds one built-in shader in both its forms, made once for a test suite.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "shaders/builtin_shaders.h"
+#include "shaders/folded_canvas.h"
 #include "shaders/shader_canvas.h"
 
 namespace krv::test {
@@ -17,10 +18,13 @@ class BuiltinShaderTest : public Base {
  protected:
   static void SetUpTestSuite() {
     context_ = MakeSoftwareContext();
-    if (context_ != nullptr) program_ = std::make_unique<ShaderProgram>(Source());
+    if (context_ == nullptr) return;
+    program_ = std::make_unique<ShaderProgram>(Source());
+    folded_ = std::make_unique<FoldedCanvas>(kShaderName);
   }
 
   static void TearDownTestSuite() {
+    folded_.reset();
     program_.reset();
     context_.reset();
   }
@@ -33,10 +37,12 @@ class BuiltinShaderTest : public Base {
   static std::string Source() { return std::string(*FindBuiltinShader(kShaderName)); }
 
   static const ShaderProgram& program() { return *program_; }
+  static FoldedCanvas& folded() { return *folded_; }
 
  private:
   static inline std::unique_ptr<host::GlContext> context_;
   static inline std::unique_ptr<ShaderProgram> program_;
+  static inline std::unique_ptr<FoldedCanvas> folded_;
 };
 
 inline constexpr std::string_view kFlatShader = "audio_visualization_geometry.frag";

@@ -1,12 +1,8 @@
 #include "shaders/common_canvas.h"
 
 namespace krv::test {
-namespace {
 
-constexpr int kAudioUnit = 0;
-constexpr int kGradientUnit = 1;
-
-void SetCommon(const ShaderProgram& program, const CommonFigure& f) {
+void SetCommon(const UniformSetter& program, const CommonFigure& f) {
 #define KRV_SET(name) program.Set(#name, f.name)
   program.Set("audio_tex", kAudioUnit);
   program.Set("gradient_color_tex", kGradientUnit);
@@ -34,6 +30,8 @@ void SetCommon(const ShaderProgram& program, const CommonFigure& f) {
   KRV_SET(audio_averaging);
 #undef KRV_SET
 }
+
+namespace {
 
 std::vector<std::array<float, 4>> Texels(const std::vector<float>& spectrum) {
   std::vector<std::array<float, 4>> texels;

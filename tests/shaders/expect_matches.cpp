@@ -49,6 +49,17 @@ std::string TestName() {
 
 }  // namespace
 
+double LargestDifference(const Picture& a, const Picture& b) {
+  double largest = 0;
+  for (size_t i = 0; i < a.pixels.size(); ++i) {
+    for (size_t channel = 0; channel < 4; ++channel) {
+      const double difference = std::abs(a.pixels[i][channel] - b.pixels[i][channel]);
+      largest = difference <= largest ? largest : difference;
+    }
+  }
+  return largest;
+}
+
 void ExpectMatches(const Picture& drawn, const Expectation& expected, const Tolerance& tolerance) {
   Picture exact{drawn.width, drawn.height, {}};
   double worst = 0;

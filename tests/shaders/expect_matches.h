@@ -10,6 +10,10 @@ namespace krv::test {
 // Colour and alpha at a place in pixels; the first pixel's centre is (0.5, 0.5).
 using PictureFunction = std::function<Pixel(double x, double y)>;
 
+// The largest difference of a channel between two pictures of one size; those that are not a number
+// count as none.
+double LargestDifference(const Picture& a, const Picture& b);
+
 // What a picture should be, and what it would be for a spectrum lower or higher by kLevelShift.
 struct Expectation {
   PictureFunction exact, quieter, louder;

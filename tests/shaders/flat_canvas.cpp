@@ -6,7 +6,7 @@ namespace krv::test {
 namespace {
 
 #define KRV_SET(name) program.Set(#name, f.name)
-void SetRectangle(const ShaderProgram& program, const FlatFigure& f) {
+void SetRectangle(const UniformSetter& program, const FlatFigure& f) {
   KRV_SET(scale_x);
   KRV_SET(scale_y);
   KRV_SET(rotate_x);
@@ -20,7 +20,7 @@ void SetRectangle(const ShaderProgram& program, const FlatFigure& f) {
   KRV_SET(gradient_color_direction);
 }
 
-void SetShapes(const ShaderProgram& program, const FlatFigure& f) {
+void SetShapes(const UniformSetter& program, const FlatFigure& f) {
   KRV_SET(spectrum_count);
   KRV_SET(spectrum_width);
   KRV_SET(spectrum_minimum_height);
@@ -45,10 +45,14 @@ void SetShapes(const ShaderProgram& program, const FlatFigure& f) {
 
 }  // namespace
 
-Picture DrawFigure(const ShaderProgram& program, const FlatFigure& figure, int width, int height,
-                   GLenum format) {
+void SetFigure(const UniformSetter& program, const FlatFigure& figure) {
   SetRectangle(program, figure);
   SetShapes(program, figure);
+}
+
+Picture DrawFigure(const ShaderProgram& program, const FlatFigure& figure, int width, int height,
+                   GLenum format) {
+  SetFigure(program, figure);
   return DrawCommon(program, figure, width, height, format);
 }
 

@@ -6,6 +6,9 @@
 
 namespace krv::test {
 
+// Sets what only the flat shader reads.
+void SetFigure(const UniformSetter& program, const FlatFigure& figure);
+
 // The program must be made from that shader's source.
 Picture DrawFigure(const ShaderProgram& program, const FlatFigure& figure, int width, int height,
                    GLenum format);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "shaders/builtin_shader_test.h"
+#include "shaders/expect_matches.h"
 #include "shaders/flat_canvas.h"
 #include "shaders/flat_reference.h"
 
@@ -40,17 +41,6 @@ FlatFigure FullBar() {
   figure.spectrum_width = 50;
   figure.spectrum = {1.0f};
   return figure;
-}
-
-double LargestDifference(const Picture& a, const Picture& b) {
-  double largest = 0;
-  for (size_t i = 0; i < a.pixels.size(); ++i) {
-    for (size_t channel = 0; channel < 4; ++channel) {
-      const double difference = std::abs(a.pixels[i][channel] - b.pixels[i][channel]);
-      largest = difference <= largest ? largest : difference;
-    }
-  }
-  return largest;
 }
 
 TEST_F(FlatEdgeCases, ScaleOfZeroGivesOpaqueBlackEverywhere) {

@@ -6,6 +6,7 @@
 
 #include "graphics/opengl/impl/shader.h"
 #include "shaders/builtin_shader_test.h"
+#include "shaders/expect_matches.h"
 #include "shaders/halo_canvas.h"
 #include "shaders/halo_geometry_reference.h"
 #include "shaders/halo_spectrum_reference.h"
@@ -104,17 +105,6 @@ const Pixel& AtRing(const Picture& picture, double from_centre, double degrees) 
   const double angle = degrees * kPi / 180;
   return picture.At(static_cast<int>(kWidth / 2 - scale * from_centre * std::sin(angle)),
                     static_cast<int>(kHeight / 2 - scale * from_centre * std::cos(angle)));
-}
-
-double LargestDifference(const Picture& a, const Picture& b) {
-  double largest = 0;
-  for (size_t i = 0; i < a.pixels.size(); ++i) {
-    for (size_t channel = 0; channel < 4; ++channel) {
-      const double difference = std::abs(a.pixels[i][channel] - b.pixels[i][channel]);
-      largest = difference <= largest ? largest : difference;
-    }
-  }
-  return largest;
 }
 
 TEST_F(HaloEdgeCases, RadiusOfZeroGivesOpaqueBlackEverywhere) {

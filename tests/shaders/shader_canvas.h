@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "gl_context.h"
+#include "shaders/uniform_setter.h"
 
 namespace krv::test {
 
@@ -26,23 +27,22 @@ struct Picture {
 };
 
 // A linked program. A context must be current for its whole life.
-class ShaderProgram {
+class ShaderProgram : public UniformSetter {
  public:
   // Compiles and links; ok() and log() tell how that went.
   explicit ShaderProgram(std::string_view fragment_source);
   ShaderProgram(const ShaderProgram&) = delete;
   ShaderProgram& operator=(const ShaderProgram&) = delete;
-  ~ShaderProgram();
+  ~ShaderProgram() override;
 
   bool ok() const { return ok_; }
   // What the compiler and linker said: empty when they had nothing to say.
   const std::string& log() const { return log_; }
 
-  // Set a uniform by name; names that the shader does not use are ignored.
-  void Set(const char* name, int value) const;
-  void Set(const char* name, bool value) const { Set(name, static_cast<int>(value)); }
-  void Set(const char* name, float value) const;
-  void Set(const char* name, float x, float y) const;
+  using UniformSetter::Set;
+  void Set(const char* name, int value) const override;
+  void Set(const char* name, float value) const override;
+  void Set(const char* name, float x, float y) const override;
 
   void Use() const { glUseProgram(name_); }
 
