@@ -102,8 +102,9 @@ void AddOutputOptions(CLI::App& command, RenderArguments* arguments) {
                      "Quality of H.264 and VP9, 0 best to 51 (default: 18 and 24)");
   command.add_option("--preset", arguments->preset,
                      "Speed of H.264, ultrafast to veryslow (default: veryfast)");
-  command.add_option("--report", arguments->report,
-                     "Writes frames, times per stage and the renderer to a JSON file");
+  command.add_option(
+      "--report", arguments->report,
+      "Writes frames, times per stage (they overlap) and the renderer to a JSON file");
 }
 
 }  // namespace

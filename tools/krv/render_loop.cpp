@@ -1,10 +1,12 @@
 #include "render_loop.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <string>
 
 #include "media/picture_mask.h"
+#include "render_stages.h"
 
 namespace krv::tool {
 namespace {
@@ -78,24 +80,27 @@ RenderResult RenderLoop::Run(const std::function<bool()>& interrupted,
                              const std::function<void(int64_t)>& progress) {
   RenderResult result;
   const Clock::time_point start = Clock::now();
-  RenderJob job;
-  const auto read = [this, &result, &job] {
-    const StageTimer timer(&result.stages.decode);
-    return input_->Read(&job);
-  };
-  while (!result.interrupted && read()) {
-    {
-      const StageTimer timer(&result.stages.render);
-      const bool drawn = RenderFrame(input_->video(), input_->audio(), session_, &job);
-      if (!drawn) ++result.frames_without_person;
-    }
-    {
-      const StageTimer timer(&result.stages.encode);
-      sink_->Write(job.output, job.samples);
-    }
-    progress(++result.frames);
-    result.interrupted = interrupted();
-  }
+  std::atomic<int64_t> written{0};
+  RunStages({[&](RenderJob* job) {
+               const StageTimer timer(&result.stages.decode);
+               return input_->Read(job);
+             },
+             [&](RenderJob* job) {
+               {
+                 const StageTimer timer(&result.stages.render);
+                 const bool drawn = RenderFrame(input_->video(), input_->audio(), session_, job);
+                 if (!drawn) ++result.frames_without_person;
+               }
+               progress(written);
+               result.interrupted = interrupted();
+               return !result.interrupted;
+             },
+             [&](const RenderJob& job) {
+               const StageTimer timer(&result.stages.encode);
+               sink_->Write(job.output, job.samples);
+               ++written;
+             }});
+  result.frames = written;
   if (result.frames > 0 && result.frames_without_person == result.frames) {
     throw EffectError("nobody to follow was found in any of the " + std::to_string(result.frames) +
                       " frames; --mask takes a matte that shows the person");

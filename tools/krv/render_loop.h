@@ -28,8 +28,10 @@ class RenderLoop {
       : input_(input), session_(session), sink_(sink) {}
 
   // Renders every frame of the input, or until `interrupted` says so after a frame, and finishes
-  // the output when there was a frame at all. `progress` gets the number of frames done. Throws
-  // MediaError and EffectError, the latter also when no frame at all showed a person to follow.
+  // the output when there was a frame at all. `progress` gets the number of frames written so far.
+  // Both are called on the caller's thread, as the session is; the input and the sink are used on
+  // two others until Run ends. At most kFramesInFlight frames are in memory. Throws MediaError and
+  // EffectError, the latter also when no frame at all showed a person to follow.
   RenderResult Run(const std::function<bool()>& interrupted,
                    const std::function<void(int64_t)>& progress);
 

@@ -9,11 +9,13 @@
 
 namespace krv::tool {
 
-// Seconds spent in each stage.
+// Seconds in which each stage was at work, without those in which it waited for another. The first
+// three work at the same time: their sum can be more than the whole, and where all processors are
+// taken each one's share includes its wait for a processor.
 struct StageTimes {
-  double decode = 0;
+  double decode = 0;  // with the conversion from the file's pixel format
   double render = 0;
-  double encode = 0;
+  double encode = 0;  // with the conversion to the file's pixel format
   double finish = 0;  // what encoders held back, and the file's end
 };
 
