@@ -33,8 +33,7 @@ bool IsFullRange(const AVFrame& frame) {
 FrameConverter::FrameConverter(int width, int height, Orientation orientation)
     : width_(width), height_(height), orientation_(orientation) {}
 
-void FrameConverter::Prepare(const Source& source) {
-  if (source == source_) return;
+void FrameConverter::MakeScaler(const Source& source) {
   // Interpolated chroma and exact rounding; the shortcuts without show steps at coloured edges.
   constexpr int kFlags = SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT;
   scaler_.reset(sws_getContext(source.width, source.height,
@@ -44,17 +43,33 @@ void FrameConverter::Prepare(const Source& source) {
   // Fails for formats without a matrix, which need none.
   sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(source.matrix), source.full_range,
                            sws_getCoefficients(SWS_CS_DEFAULT), 1, 0, 1 << 16, 1 << 16);
+}
+
+void FrameConverter::Prepare(const AVFrame& frame) {
+  const Source source{frame.width, frame.height, frame.format, MatrixOf(frame),
+                      IsFullRange(frame) ? 1 : 0};
+  if (source == source_) return;
+  yuv420_.reset();
+  if (Yuv420Converter::Takes(frame, width_, height_)) {
+    yuv420_.emplace(source.matrix, source.full_range != 0);
+  } else {
+    MakeScaler(source);
+  }
   source_ = source;
 }
 
 void FrameConverter::Convert(const AVFrame& frame, Picture* out) {
-  Prepare({frame.width, frame.height, frame.format, MatrixOf(frame), IsFullRange(frame) ? 1 : 0});
+  Prepare(frame);
   const bool turned = orientation_ != Orientation{};
   Picture* picture = turned ? &stored_ : out;
-  picture->Resize(width_, height_);
-  uint8_t* const planes[4] = {picture->Row(0), nullptr, nullptr, nullptr};
-  const int strides[4] = {picture->stride(), 0, 0, 0};
-  sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, planes, strides);
+  if (yuv420_) {
+    yuv420_->Convert(frame, picture);
+  } else {
+    picture->Resize(width_, height_);
+    uint8_t* const planes[4] = {picture->Row(0), nullptr, nullptr, nullptr};
+    const int strides[4] = {picture->stride(), 0, 0, 0};
+    sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, planes, strides);
+  }
   if (turned) OrientPicture(stored_, orientation_, out);
 }
 

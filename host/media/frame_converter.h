@@ -1,9 +1,12 @@
 // Decoded video frames as pictures.
 #pragma once
 
+#include <optional>
+
 #include "media/av_ptr.h"
 #include "media/orientation.h"
 #include "media/picture.h"
+#include "media/yuv420_converter.h"
 
 namespace krv::host {
 
@@ -28,13 +31,16 @@ class FrameConverter {
     bool operator==(const Source&) const = default;
   };
 
-  void Prepare(const Source& source);
+  void Prepare(const AVFrame& frame);
+  void MakeScaler(const Source& source);
 
   int width_;
   int height_;
   Orientation orientation_;
-  Source source_;  // what scaler_ was made for
+  Source source_;  // what the converter was made for
+  // One of the two.
   ScalerPtr scaler_;
+  std::optional<Yuv420Converter> yuv420_;
   Picture stored_;  // the picture before it is turned
 };
 
