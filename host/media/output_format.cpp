@@ -29,6 +29,8 @@ OutputFormat ChooseOutputFormat(const std::filesystem::path& path, bool transpar
   if (path.empty()) throw MediaError("the output has no name");
   const std::string extension = LowerCaseExtension(path);
   if (!path.has_filename() || extension == ".png") return PngSequence(path);
+  if (path == "-") return {OutputKind::kRawStream, {}, {}, {}, true};
+  if (extension == ".raw") return {OutputKind::kRawFile, {}, {}, {}, true};
   if (transparent && (extension == ".mp4" || extension == ".mkv")) {
     throw MediaError(Utf8(path) + ": " + extension +
                      " has no transparency; use .webm, .mov or a PNG sequence");
@@ -42,8 +44,8 @@ OutputFormat ChooseOutputFormat(const std::filesystem::path& path, bool transpar
     return {OutputKind::kMovie, "webm", "libvpx-vp9", "libopus", transparent};
   }
   throw MediaError(Utf8(path) +
-                   ": unknown kind of output; use .mp4, .mkv, .mov, .webm, .png or a "
-                   "folder name that ends in /");
+                   ": unknown kind of output; use .mp4, .mkv, .mov, .webm, .png, .raw, "
+                   "a folder name that ends in /, or - for standard output");
 }
 
 }  // namespace krv::host

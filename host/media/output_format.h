@@ -6,7 +6,7 @@
 
 namespace krv::host {
 
-enum class OutputKind { kMovie, kPngSequence };
+enum class OutputKind { kMovie, kPngSequence, kRawFile, kRawStream };
 
 struct OutputFormat {
   OutputKind kind = OutputKind::kMovie;
@@ -22,6 +22,7 @@ struct OutputFormat {
 //   .mov            H.264; with alpha ProRes 4444
 //   .webm           VP9, with alpha if wished; sound without a copy Opus
 //   .png, folder/   numbered PNG pictures, always with alpha
+//   .raw            bare BGRA frames, always with alpha; "-" is the same to standard output
 // Throws MediaError for other names, for alpha in .mp4 and .mkv, and for a .png name without one
 // number such as %05d.
 OutputFormat ChooseOutputFormat(const std::filesystem::path& path, bool transparent);

@@ -194,6 +194,24 @@ TEST_F(RenderProgram, TheReportSaysHowLongEachStageTook) {
   EXPECT_NEAR(report["fps"].get<double>() * report["seconds"].get<double>(), 10, 0.01);
 }
 
+TEST_F(RenderProgram, RawFramesAreThePixelsOfThePictures) {
+  media_.Make("test.mp4", "-f lavfi -i testsrc=s=70x48:r=30:d=0.2 " +
+                              RampSamples(48000, "stereo", 0.2) + "-c:v libx264 -c:a aac ");
+  RenderWell("@test.mp4 -o @out/" + figure_);
+  RenderWell("@test.mp4 -o @out.raw" + figure_);
+  std::string expected;
+  for (const auto& [frame, picture] : ReadPictures("out")) {
+    for (int y = 0; y < picture.height(); ++y) {
+      expected.append(reinterpret_cast<const char*>(picture.Row(y)), 70 * 4);
+    }
+  }
+  EXPECT_EQ(expected.size(), 6u * 70 * 48 * 4);
+  EXPECT_TRUE(ReadFile(media_.folder() / "out.raw") == expected);
+  const test::ProgramOutcome outcome = Render("@test.mp4 -o -" + figure_);
+  EXPECT_EQ(outcome.code, 0) << outcome.error_output;
+  EXPECT_TRUE(outcome.output == expected) << outcome.output.size();
+}
+
 TEST_F(RenderProgram, AnInterruptLeavesAPlayableFile) {
   media_.Make("long.flac", "-f lavfi -i anullsrc=d=3600 -compression_level 0 ");
   test::Process program(KRV_PROGRAM, Line("@long.flac --size 64x48 -o @out.mp4" + figure_),

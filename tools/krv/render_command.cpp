@@ -21,6 +21,8 @@ constexpr char kFooter[] =
     "  .webm         VP9; with --transparent with alpha\n"
     "  NAME%05d.png  one picture per frame with alpha, numbered by frame; no sound\n"
     "  FOLDER/       the same as FOLDER/frame_%06d.png\n"
+    "  .raw          bare frames from the top row on, a pixel blue, green, red, alpha; no sound\n"
+    "  -             the same to standard output, for another program\n"
     "Sound that the container does not take, and that of --frames, becomes AAC or Opus.\n"
     "A second input with sound alone replaces the video's own.";
 

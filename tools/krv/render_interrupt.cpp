@@ -28,6 +28,10 @@ void SetHandler(void (*handler)(int)) {
 }  // namespace
 
 InterruptWatch::InterruptWatch() {
+#ifdef SIGPIPE
+  // A reader of standard output that has gone is a failed write, with a message.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   flag.store(false, std::memory_order_relaxed);
   SetHandler(Handle);
 }

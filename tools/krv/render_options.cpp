@@ -7,6 +7,7 @@
 
 #include "media/media_error.h"
 #include "platform/file_system.h"
+#include "platform/terminal.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
@@ -116,7 +117,13 @@ void CheckFolderOf(const fs::path& file) {
 }
 
 void CheckFiles(const RenderOptions& options) {
-  CheckFolderOf(options.output);
+  if (options.format.kind == host::OutputKind::kRawStream) {
+    if (OutputIsTerminal()) {
+      throw MediaError("-o -: standard output is a terminal; lead it into a file or a program");
+    }
+  } else {
+    CheckFolderOf(options.output);
+  }
   if (!options.report.empty()) {
     if (!options.report.has_filename()) {
       throw MediaError(host::Utf8(options.report) + ": is a folder");

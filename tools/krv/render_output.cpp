@@ -2,6 +2,8 @@
 
 #include "media/media_writer.h"
 #include "media/png_sequence_writer.h"
+#include "media/raw_writer.h"
+#include "platform/standard_streams.h"
 
 namespace krv::tool {
 
@@ -9,6 +11,13 @@ std::unique_ptr<host::FrameSink> MakeOutput(const RenderOptions& options,
                                             const RenderInput& input) {
   if (options.format.kind == host::OutputKind::kPngSequence) {
     return std::make_unique<host::PngSequenceWriter>(options.output, options.frames.first);
+  }
+  if (options.format.kind == host::OutputKind::kRawFile) {
+    return std::make_unique<host::RawWriter>(options.output);
+  }
+  if (options.format.kind == host::OutputKind::kRawStream) {
+    return std::make_unique<host::RawWriter>(host::platform::TakeStandardOutput(),
+                                             "standard output");
   }
   host::MovieSettings settings;
   settings.output = options.format;

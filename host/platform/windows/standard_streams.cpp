@@ -33,4 +33,13 @@ void PrepareStandardStreams() {
   std::setvbuf(stderr, nullptr, _IOFBF, BUFSIZ);
 }
 
+int TakeStandardOutput() {
+  std::fflush(stdout);
+  const int taken = _dup(_fileno(stdout));
+  if (taken < 0) return -1;
+  _setmode(taken, _O_BINARY);
+  _dup2(_fileno(stderr), _fileno(stdout));
+  return taken;
+}
+
 }  // namespace krv::host::platform

@@ -4,9 +4,17 @@
 
 namespace krv::tool {
 
-bool ErrorOutputIsTerminal() {
+namespace {
+
+bool IsTerminal(DWORD stream) {
   DWORD mode = 0;
-  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+  return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
 }
+
+}  // namespace
+
+bool ErrorOutputIsTerminal() { return IsTerminal(STD_ERROR_HANDLE); }
+
+bool OutputIsTerminal() { return IsTerminal(STD_OUTPUT_HANDLE); }
 
 }  // namespace krv::tool
