@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include "media/still_source.h"
@@ -45,6 +47,17 @@ bool SamePicture(const Picture& a, const Picture& b) {
     if (std::memcmp(a.Row(y), b.Row(y), static_cast<size_t>(a.width()) * 4) != 0) return false;
   }
   return true;
+}
+
+int LargestDifference(const Picture& a, const Picture& b) {
+  if (a.width() != b.width() || a.height() != b.height()) return 256;
+  int largest = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int i = 0; i < 4 * a.width(); ++i) {
+      largest = std::max(largest, std::abs(a.Row(y)[i] - b.Row(y)[i]));
+    }
+  }
+  return largest;
 }
 
 }  // namespace krv::host

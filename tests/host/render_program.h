@@ -34,4 +34,7 @@ class RenderProgramTest : public FilesTest {
 // Bit for bit.
 bool SamePicture(const Picture& a, const Picture& b);
 
+// Of all bytes of two pictures; 256 when they differ in size.
+int LargestDifference(const Picture& a, const Picture& b);
+
 }  // namespace krv::host

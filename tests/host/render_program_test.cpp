@@ -164,7 +164,8 @@ TEST_F(RenderProgram, SoundOfARangeIsCutToTheSample) {
   EXPECT_EQ(LoudestSample(samples, 2), 50123 - 15 * 1600);
 }
 
-TEST_F(RenderProgram, BothFormsOfFramesGiveTheSamePicture) {
+// Frames in memory and on the GPU are blended in different places.
+TEST_F(RenderProgram, BothFormsOfFramesGiveTheSamePictureToOneStep) {
   media_.Make("test.mov", "-f lavfi -i testsrc=s=96x64:r=10:d=0.3 " +
                               RampSamples(48000, "stereo", 0.3) + "-c:a pcm_s16le ");
   RenderWell("@test.mov --device memory -o @memory/" + kBars);
@@ -173,7 +174,7 @@ TEST_F(RenderProgram, BothFormsOfFramesGiveTheSamePicture) {
   const auto gpu = ReadPictures("gpu");
   ASSERT_EQ(memory.size(), 3u);
   for (const auto& [frame, picture] : memory) {
-    EXPECT_TRUE(SamePicture(picture, gpu.at(frame))) << frame;
+    EXPECT_LE(LargestDifference(picture, gpu.at(frame)), 1) << frame;
   }
 }
 
