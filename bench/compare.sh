@@ -8,14 +8,18 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 rounds=${ROUNDS:-5}
 out=$root/build/bench/compare
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
-mkdir -p "$out"
 
 for tool in ffmpeg:ffmpeg melt:melt xvfb-run:xvfb; do
   command -v "${tool%:*}" >/dev/null ||
     apt-get install -y --no-install-recommends "${tool#*:}" >&2
 done
+# Without a display audiospectrum draws nothing and says nothing.
+if [ -z "${DISPLAY:-}" ]; then exec xvfb-run -a "$0" "$@"; fi
+export QT_QPA_PLATFORM=offscreen
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+mkdir -p "$out"
 "$root/scripts/build.sh" linux krv krvAudioVisualPlugin >&2
 "$root/bench/packages/make.sh" "$scratch/packages"
 krv=$root/build/linux/krv
@@ -86,10 +90,6 @@ one_round() {
       --frames 30 --json "$results/bench_$package.$round.json" >/dev/null
   done
 }
-
-# Without a display audiospectrum draws nothing and says nothing.
-if [ -z "${DISPLAY:-}" ]; then exec xvfb-run -a "$0" "$@"; fi
-export QT_QPA_PLATFORM=offscreen
 
 clips=("$@")
 if [ ${#clips[@]} -eq 0 ]; then

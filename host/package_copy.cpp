@@ -15,6 +15,7 @@ void Apply(const PackageChanges& changes, nlohmann::ordered_json& description) {
   description["unique_name"] =
       description.value("unique_name", std::string()) + changes.name_suffix;
   if (changes.without_blend) description["without_blend"] = *changes.without_blend;
+  if (changes.original) description["original"] = *changes.original;
   if (changes.fragment_shaders) description["opengl_frag"] = *changes.fragment_shaders;
   if (changes.blend_script) {
     description.erase("blend_script");

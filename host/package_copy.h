@@ -17,6 +17,7 @@ struct PackageChanges {
   // suffix keeps the class of effect, which the plug-in chooses by texts inside the name.
   std::string name_suffix = {};
   std::optional<bool> without_blend = {};
+  std::optional<bool> original = {};
   std::optional<std::vector<std::string>> fragment_shaders = {};  // "opengl_frag"
   std::optional<std::string> blend_script = {};                   // an empty text removes it
   std::optional<std::string> quality = {};
