@@ -77,10 +77,10 @@ void StudioHand::Click(Place place, Uint8 button) {
   Release(place, button);
 }
 
-void StudioHand::DoubleClick(std::string_view mark) {
-  const Place place = At(mark);
-  Click(place);
-  Click(place);
+void StudioHand::Fill(std::string_view mark, const std::string& text) {
+  Click(mark);
+  Key(SDLK_a, KMOD_CTRL);
+  Type(text);
 }
 
 void StudioHand::Drag(Place from, Place to) {
@@ -89,15 +89,6 @@ void StudioHand::Drag(Place from, Place to) {
     MoveTo({from.x + (to.x - from.x) * step / 4, from.y + (to.y - from.y) * step / 4});
   }
   Release(to);
-}
-
-void StudioHand::Wheel(Place place, int notches) {
-  MoveTo(place);
-  SDL_Event event{};
-  event.type = SDL_MOUSEWHEEL;
-  event.wheel.y = notches;
-  Push(event);
-  Turns(3);
 }
 
 void StudioHand::Key(SDL_Keycode key, Uint16 modifiers) {
@@ -109,10 +100,11 @@ void StudioHand::Key(SDL_Keycode key, Uint16 modifiers) {
   SDL_SetModState(static_cast<SDL_Keymod>(modifiers));
   Push(event);
   Turns(2);
+  SDL_SetModState(KMOD_NONE);
   event.type = SDL_KEYUP;
+  event.key.keysym.mod = KMOD_NONE;
   Push(event);
   Turns(2);
-  SDL_SetModState(KMOD_NONE);
 }
 
 void StudioHand::Type(const std::string& text) {

@@ -32,12 +32,11 @@ class StudioHand {
 
   void Click(Place place, Uint8 button = SDL_BUTTON_LEFT);
   void Click(std::string_view mark) { Click(At(mark)); }
-  void DoubleClick(std::string_view mark);
   void Drag(Place from, Place to);
-  // Turns the wheel over a place; positive is upwards.
-  void Wheel(Place place, int notches);
   void Key(SDL_Keycode key, Uint16 modifiers = KMOD_NONE);
   void Type(const std::string& text);
+  // Writes into a field in place of what is there.
+  void Fill(std::string_view mark, const std::string& text);
 
   // Takes hold, moves, lets go.
   void Hold(Place place, Uint8 button = SDL_BUTTON_LEFT);

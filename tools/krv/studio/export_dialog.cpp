@@ -131,7 +131,7 @@ void ExportDialog::Draw(const Ui& ui) {
   ImGui::Begin("shade", nullptr,
                ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove |
                    ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoNav |
-                   ImGuiWindowFlags_NoBringToFrontOnFocus);
+                   ImGuiWindowFlags_NoInputs);
   ImGui::End();
   ImGui::PopStyleColor();
 

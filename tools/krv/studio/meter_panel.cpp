@@ -114,7 +114,8 @@ void DrawMeters(const Ui& ui) {
   std::snprintf(text, sizeof text, "%.0f dB", static_cast<double>(ui.studio.frame().sound.level));
   DrawLevel(ui, BeginPlot(ui, {x, y}, level_width, bottom, "Level", text));
   x += level_width + gap;
-  std::snprintf(text, sizeof text, "%.1f ms", static_cast<double>(ui.studio.times().Median()));
+  const auto time = static_cast<double>(ui.studio.times().Median());
+  std::snprintf(text, sizeof text, time > 0 ? "%.1f ms" : "", time);
   DrawTimes(ui, BeginPlot(ui, {x, y}, wide, bottom, "Frame", text));
   ImGui::SetCursorScreenPos({start.x + pad, y});
   ImGui::InvisibleButton("meters", {room.x - 2 * pad, bottom - y});

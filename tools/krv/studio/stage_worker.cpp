@@ -107,6 +107,11 @@ void StageWorker::Render(const Export& order,
   state.output = order.output;
   state.phase = ExportState::Phase::kPreparing;
   report(state);
+  // Before a clip is written for it.
+  tool::RenderArguments wish;
+  wish.output = order.output;
+  wish.transparent = order.transparent;
+  tool::ParseRenderOptions(wish);
   std::string error;
   const auto session = package_->MakeSession(order.transparent, &error);
   if (session == nullptr) throw host::MediaError(error);

@@ -11,6 +11,7 @@ namespace krv::studio {
 namespace {
 
 constexpr double kNoticeSeconds = 5;
+constexpr int kUntimed = 2;  // frames
 
 // The shares of the clip's size at which pictures are drawn to fit; few, so that a window that is
 // being resized does not ask for a new one at every step.
@@ -70,6 +71,7 @@ void Studio::Update() {
   PackageState package = stage_->package();
   if (package.version != package_.version) {
     package_ = std::move(package);
+    untimed_ = kUntimed;
     if (package_.effect) {
       sheet_.SetEffect(*package_.effect);
       groups_ = GroupParameters(*package_.effect);
@@ -78,11 +80,12 @@ void Studio::Update() {
   export_ = stage_->export_state();
   if (stage_->TakeFrame(&frame_)) {
     ++frames_;
-    // In the first frame of a version drivers finish what they put off.
-    if (package_.ready && package_.version == timed_version_) {
+    // In the first frames of a version drivers finish what they put off.
+    if (untimed_ > 0) {
+      --untimed_;
+    } else {
       times_.Add(static_cast<float>(frame_.effect_ms));
     }
-    timed_version_ = package_.version;
   }
   if (sent_revision_ != sheet_.revision()) {
     sent_revision_ = sheet_.revision();

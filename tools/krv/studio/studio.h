@@ -137,7 +137,7 @@ class Studio {
   StageFrame frame_;
   uint64_t frames_ = 0;
   TimeHistory times_;
-  int64_t timed_version_ = 0;  // of the package, in times_
+  int untimed_ = 0;  // frames to come that times_ leaves out
   Notice notice_;
   std::unique_ptr<Stage> stage_;  // last: it uses the clip and the clock
 };
