@@ -10,7 +10,7 @@
 namespace krv::studio {
 
 // A click on the strip adds a stop, a drag moves one, a click selects it; a click with the other
-// button, Delete, or dragging it away from the strip removes it.
+// button, the cross, or dragging it away from the strip removes it.
 class GradientEditor {
  public:
   // Whether *gradient was changed. `id` tells gradients apart.

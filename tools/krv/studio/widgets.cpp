@@ -46,8 +46,7 @@ std::string Elide(ImFont* font, const std::string& text, float width) {
 void Tip(const Ui& ui, const char* text) {
   constexpr float kPatience = 0.45f;  // seconds
   if (text == nullptr || *text == 0 || !ImGui::IsItemHovered()) return;
-  if (ImGui::GetCurrentContext() == nullptr) return;
-  if (ImGui::IsAnyMouseDown() || ui.look.Px(1) <= 0) return;
+  if (ImGui::IsAnyMouseDown()) return;
   static ImGuiID rested_on = 0;
   static double since = 0;
   const ImGuiID id = ImGui::GetID(text);
