@@ -91,7 +91,7 @@ void FillRandomly(host::MemoryFrame& frame, const FrameShape& shape) {
   }
 }
 
-class Compositors : public EffectTest, public testing::WithParamInterface<std::string> {
+class CompositorTest : public EffectTest {
  protected:
   // The largest difference between the two pictures of a package, as a share of full scale.
   double Difference(const Package& package, const FrameShape& shape) {
@@ -119,6 +119,8 @@ class Compositors : public EffectTest, public testing::WithParamInterface<std::s
   }
 };
 
+class Compositors : public CompositorTest, public testing::WithParamInterface<std::string> {};
+
 constexpr double kStep = 1.0 / 255;
 
 TEST_P(Compositors, AgreeOnEveryPackageAtEveryPixelType) {
@@ -144,6 +146,30 @@ TEST_P(Compositors, AgreeOnEveryPackageWithoutBlending) {
 
 INSTANTIATE_TEST_SUITE_P(All, Compositors, testing::ValuesIn(ShippedPackageNames()),
                          [](const auto& test) { return test.param; });
+
+// What a flat figure leaves transparent is not drawn where the default blend follows: as it is put
+// about, no part of it may be lost.
+TEST_F(CompositorTest, AgreeWhereverAFlatFigureIsPut) {
+  const std::vector<std::map<std::string, ParameterValue>> places = {
+      {{"position_x", Float(20)}, {"position_y", Float(80)}},
+      {{"flip_x", Bool(1)}, {"position_x", Float(70)}, {"alpha", Float(30)}},
+      {{"flip_y", Bool(1)}, {"position_y", Float(30)}, {"scale_x", Float(0.3F)}},
+      {{"direction", Int(1)}, {"scale_y", Float(0.2F)}, {"offset_x", Float(0.37F)}},
+      {{"direction", Int(1)}, {"scale_x", Float(-0.7F)}, {"scale_y", Float(-1.5F)}},
+      {{"rotate_z", Int(40)}, {"scale_y", Float(0.2F)}},
+      {{"rotate_x", Int(40)}, {"glow", Int(0)}},
+      {{"glow", Int(1)}, {"scale_y", Float(0.1F)}},
+      {{"intensity", Float(0)}, {"spectrum_minimum_height", Float(0)}}};
+  for (const char* folder :
+       {"bars", "points", "lines", "pulses", "circle_columns", "rectangle_columns"}) {
+    Package package = ShippedPackage(folder);
+    package.description["quality"] = "low";
+    for (size_t i = 0; i < places.size(); ++i) {
+      context_.answers = places[i];
+      EXPECT_LE(Difference(package, {640, 400, kPixel8, 0}), 1.001 * kStep) << folder << " " << i;
+    }
+  }
+}
 
 using OpaqueEffects = Compositors;
 

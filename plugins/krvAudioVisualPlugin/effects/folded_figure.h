@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "effects/seen_regions.h"
+
 namespace krv {
 
 class DrawUniforms;
@@ -32,12 +34,17 @@ struct FoldedFigure {
   float first_entry = 0;
   // "stops" of a gradient that is compiled in: red, green, blue and position, 0 to 1.
   std::array<float, size_t{kMostStops} * 4> stops{};
+  // Where there is more to be seen than transparent pixels, unless that is anywhere.
+  SeenRegions seen;
+  bool seen_anywhere = true;
 };
 
 // What a frame's figure is made of. Empty where the frame has none.
 struct FigureSources {
   const cv::Mat& spectrum;  // one row, CV_8UC4, levels in the first channel
   const cv::Mat& gradient;  // as ParseGradient makes it
+  // Whether pixels without opacity may have any colour: nothing but a blend by opacity reads them.
+  bool transparent_is_unseen = false;
 };
 
 // Fold the figure that a draw with these uniforms would show. False where only the plain form draws

@@ -4,53 +4,20 @@
 #include <string_view>
 
 #include "effects/draw_uniforms.h"
+#include "effects/flat_figure.h"
+#include "effects/flat_regions.h"
 #include "effects/folded_figure.h"
 #include "effects/spectrum_levels.h"
 
 namespace krv {
 namespace {
 
-enum Figure : int { kBars, kPoints, kLines, kPulses, kCircleColumns, kRectangleColumns, kFigures };
-
-constexpr std::array<std::string_view, kFigures> kCounts = {
+constexpr std::array<std::string_view, kFlatFigures> kCounts = {
     "spectrum_count", "point_count",         "line_count",
     "pulse_count",    "circle_column_count", "rectangle_column_count"};
 
-bool IsColumns(int figure) { return figure == kCircleColumns || figure == kRectangleColumns; }
-
 // The least number of items that show anything.
 int LeastItems(int figure) { return figure == kLines ? 2 : 1; }
-
-struct QuadSize {
-  float width;
-  float height;
-};
-
-QuadSize SizeOfQuad(DrawUniforms& uniforms) {
-  constexpr float kHalfView = 5.3589838486224541f;
-  const auto [width, height] = uniforms.Vec2("iResolution");
-  const float half_view_x = std::floor(width / height * 10.0f) / 10.0f * kHalfView;
-  return {std::max(std::abs(uniforms.Float("scale_x")) * half_view_x * 2.0f, 1e-12f),
-          std::max(std::abs(uniforms.Float("scale_y")) * kHalfView * 2.0f, 1e-12f)};
-}
-
-// Of one column, in scene units.
-struct Blocks {
-  float half_height;
-  float pitch;
-  float rounding;
-  float quad_height;
-};
-
-Blocks BlocksOf(int figure, DrawUniforms& uniforms) {
-  const bool circles = figure == kCircleColumns;
-  const QuadSize quad = SizeOfQuad(uniforms);
-  const float size = uniforms.Float(circles ? "circle_size" : "rectangle_height");
-  const float gap = uniforms.Float(circles ? "clrcle_gap_size" : "rectangle_gap_size");
-  const float half_height = size * quad.width * 0.015f;
-  return {half_height, 2.0f * half_height + gap * quad.width * 0.03f, circles ? 0.0f : 0.5f,
-          quad.height};
-}
 
 // How many blocks stand over the first.
 float BlocksAbove(const Blocks& blocks, float level, int direction) {
@@ -122,7 +89,7 @@ bool HasUnusualSizes(int figure, DrawUniforms& uniforms) {
 
 bool FoldFlat(DrawUniforms& uniforms, const FigureSources& sources, FoldedFigure& figure) {
   const int kind = uniforms.Int("geometry_type");
-  if (kind < 0 || kind >= kFigures || sources.spectrum.empty()) return false;
+  if (kind < 0 || kind >= kFlatFigures || sources.spectrum.empty()) return false;
   const int count = uniforms.Int(kCounts[static_cast<size_t>(kind)]);
   if (count < LeastItems(kind) || count > kMostEntries) return false;
   if (HasUnusualSizes(kind, uniforms)) return false;
@@ -150,6 +117,9 @@ bool FoldFlat(DrawUniforms& uniforms, const FigureSources& sources, FoldedFigure
                      {"FILL", kind == kPulses && uniforms.Bool("pulse_fill") ? 1 : 0},
                      {"TURNED", turned ? 1 : 0},
                      {"ENTRIES", RoomForEntries(figure.entries.size())}}};
+  const auto [width, height] = uniforms.Vec2("iResolution");
+  figure.seen.Start(static_cast<int32_t>(width), static_cast<int32_t>(height));
+  figure.seen_anywhere = !AddSeenItems(uniforms, figure);
   return uniforms.sound();
 }
 

@@ -46,11 +46,15 @@ std::unique_ptr<FoldedShader> FoldedShader::Create(std::string_view file_name) {
 
 void FoldedShader::Fold(PXGraphicsContext& draw, const FigureSources& sources) {
   DrawUniforms uniforms(draw.uniforms);
+  figure_.seen_anywhere = true;
   if (!fold_(uniforms, sources, figure_)) return;
   const auto& program = ProgramFor(figure_.choices);
   if (program == nullptr) return;
   draw.program = program;
   AddTables(draw, figure_);
+  if (figure_.seen_anywhere || !sources.transparent_is_unseen) return;
+  draw.only_in_regions = true;
+  figure_.seen.Take(draw.regions);
 }
 
 const std::shared_ptr<PXProgram>& FoldedShader::ProgramFor(

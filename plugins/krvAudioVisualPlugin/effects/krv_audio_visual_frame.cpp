@@ -161,7 +161,11 @@ int32_t KRVAudioVisual::DrawPass(PassRecord& pass, const ImageList& inputs, PXIm
   PreparePass(draw);
   draw.images = inputs.images;
   draw.program = pass.program;
-  if (pass.folded != nullptr) pass.folded->Fold(draw, {previous_spectrum_, gradient_});
+  if (pass.folded != nullptr) {
+    const bool unseen =
+        &target == effect_texture_.get() && Traits().has_default_blend && Traits().blends;
+    pass.folded->Fold(draw, {previous_spectrum_, gradient_, unseen});
+  }
   return DrawInto(target);
 }
 

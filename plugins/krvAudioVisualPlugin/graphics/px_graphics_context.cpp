@@ -25,6 +25,8 @@ void PXGraphicsContext::Reset() {
     spare_uniforms_.push_back(std::move(uniforms.back()));
   }
   draw_mode = DrawMode::kQuad;
+  only_in_regions = false;
+  regions.clear();
   images.clear();
   program.reset();
   mesh_attribute.clear();

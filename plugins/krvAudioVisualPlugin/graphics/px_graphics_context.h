@@ -20,6 +20,15 @@ enum class DrawMode : uint32_t {
   kNone = 2,  // nothing; the target is cleared all the same
 };
 
+// A part of a target, in pixels from its first column and row.
+struct TargetRegion {
+  int32_t x;
+  int32_t y;
+  int32_t width;
+  int32_t height;
+  friend bool operator==(const TargetRegion&, const TargetRegion&) = default;
+};
+
 inline constexpr uint32_t kApiOpenGl = 1;
 
 // Filled by an effect, drawn by PXGraphics::Render. Not shared between threads.
@@ -40,6 +49,8 @@ class PXGraphicsContext {
   std::vector<UniformValue> uniforms;
   uint32_t api;  // kApiOpenGl, or the draw is refused
   DrawMode draw_mode = DrawMode::kQuad;
+  bool only_in_regions = false;       // a quad covers `regions` alone, the rest stays clear
+  std::vector<TargetRegion> regions;  // parts of the target that do not overlap
   std::vector<std::shared_ptr<PXImage>> images;  // order of texture units; null takes no unit
   std::shared_ptr<PXProgram> program;
   std::string mesh_attribute;        // the vertex attribute that takes the positions

@@ -69,6 +69,8 @@ int32_t PXGraphics_OpenGL::Render(const PXGraphicsContext& context) {
   draw.mesh_attribute = context.mesh_attribute;
   draw.mesh_float_count = context.mesh_vertices.size();
   draw.mesh_floats = context.mesh_vertices.data();
+  draw.only_in_regions = context.only_in_regions;
+  draw.regions = context.regions;
   return implementation_->Render(draw) ? 0 : 1;
 }
 

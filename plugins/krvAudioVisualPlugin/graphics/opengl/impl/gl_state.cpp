@@ -63,6 +63,16 @@ ScopedDrawState::~ScopedDrawState() {
   }
 }
 
+ScopedScissor::ScopedScissor() {
+  glGetIntegerv(GL_SCISSOR_BOX, box_.data());
+  glEnable(GL_SCISSOR_TEST);
+}
+
+ScopedScissor::~ScopedScissor() {
+  glDisable(GL_SCISSOR_TEST);
+  glScissor(box_[0], box_[1], box_[2], box_[3]);
+}
+
 ScopedSamplers::ScopedSamplers(size_t units)
     : samplers_(glad_glBindSampler == nullptr ? 0 : units) {
   for (GLuint unit = 0; unit < samplers_.size(); ++unit) {

@@ -36,6 +36,21 @@ class ScopedDrawState {
   GLuint vertex_array_ = 0;  // 0 where the driver has none
 };
 
+// For one draw: pixels are cut to the parts of the target that Cut names, one after the other. Puts
+// the scissor box back and leaves the scissor off, as ScopedDrawState has it, on destruction.
+class ScopedScissor {
+ public:
+  ScopedScissor();
+  ScopedScissor(const ScopedScissor&) = delete;
+  ScopedScissor& operator=(const ScopedScissor&) = delete;
+  ~ScopedScissor();
+
+  void Cut(GLint x, GLint y, GLsizei width, GLsizei height) { glScissor(x, y, width, height); }
+
+ private:
+  std::array<GLint, 4> box_{};
+};
+
 // For one draw: no sampler object of the host's on the first `units` texture units, whose filters
 // would take the place of the textures' own. Puts them back on destruction.
 class ScopedSamplers {

@@ -162,12 +162,20 @@ bool Graphics_Base::SetUniforms(const DrawDescription& draw) {
   return true;
 }
 
-bool Graphics_Base::DrawQuad(const DrawDescription& /*draw*/) {
+bool Graphics_Base::DrawQuad(const DrawDescription& draw) {
   // The vertex shader's only attribute, the position, is attribute 0.
   constexpr float kCorners[] = {0, 1, 0, 0, 1, 1, 1, 0};
   const VertexBuffer corners(kCorners, std::size(kCorners), 0, 2);
   if (!corners.exists()) return false;
-  glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+  if (!draw.only_in_regions) {
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+    return true;
+  }
+  GL::ScopedScissor scissor;
+  for (const TargetRegion& region : draw.regions) {
+    scissor.Cut(region.x, region.y, region.width, region.height);
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+  }
   return true;
 }
 

@@ -26,6 +26,8 @@ struct DrawDescription {
   std::string_view mesh_attribute;
   uint64_t mesh_float_count = 0;
   const float* mesh_floats = nullptr;  // three per vertex
+  bool only_in_regions = false;        // of a quad
+  std::span<const TargetRegion> regions;
 };
 
 // Owns the GL entry points, the render target and the draw. Works in the GL context current on the
