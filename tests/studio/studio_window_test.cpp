@@ -416,6 +416,14 @@ TEST_F(StudioExport, SaysWhyItCannot) {
   EXPECT_THAT(studio().export_state().message, ::testing::HasSubstr("film.xyz"));
 }
 
+TEST(StudioCommand, WithoutADisplayItSaysSo) {
+  const auto outcome = test::RunProgram(
+      KRV_PROGRAM, "studio \"" KRV_PACKAGES "/bars\" --packages \"" KRV_PACKAGES "\"",
+      {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
+  EXPECT_EQ(outcome.code, 2);
+  EXPECT_THAT(outcome.error_output, ::testing::HasSubstr("krv: there is no display for a window"));
+}
+
 TEST_F(StudioInItsWindow, PicturesOfTheGuide) {
   Open(MakeDemoClip(), false);
   hand_->Drag(hand_->At("param/scale_y", 0.2), hand_->At("param/scale_y", 0.29));

@@ -5,12 +5,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace krv::studio {
 namespace {
 
 constexpr float kUsualDpi = 96;
 const ImVec2 kNowhere{-1e6f, -1e6f};
+
+// Without a display SDL draws where nobody sees it. Who asks for that shall have it.
+bool DrawsUnseen() {
+  const std::string_view driver = SDL_GetCurrentVideoDriver();
+  return SDL_getenv("SDL_VIDEODRIVER") == nullptr &&
+         (driver == "offscreen" || driver == "dummy" || driver == "evdev");
+}
 
 float ScaleOfDisplay() {
   float dpi = kUsualDpi;
@@ -48,6 +56,10 @@ std::unique_ptr<Window> Window::Create(const WindowOptions& options, std::string
   };
   SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
   if (SDL_Init(SDL_INIT_VIDEO) != 0) return fail("there is no display for a window");
+  if (DrawsUnseen()) {
+    *error = "there is no display for a window";
+    return nullptr;
+  }
   WakeEvent();
   SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
   SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 0);
