@@ -40,19 +40,6 @@ std::optional<bool> ParseBool(std::string_view text) {
   return std::nullopt;
 }
 
-std::optional<int32_t> ParseColor(std::string_view text) {
-  std::optional<uint32_t> color;
-  if (text.starts_with("#") && text.size() == 7) {
-    color = ParseNumber<uint32_t>(text.substr(1), 16);
-  } else if (text.starts_with("0x") || text.starts_with("0X")) {
-    color = ParseNumber<uint32_t>(text.substr(2), 16);
-  } else {
-    color = ParseNumber<uint32_t>(text, 10);
-  }
-  if (!color || *color > 0xFFFFFF) return std::nullopt;
-  return static_cast<int32_t>(*color);
-}
-
 std::optional<float> ParseFloat(std::string_view text) {
   const auto value = ParseNumber<float>(text);
   return value && std::isfinite(*value) ? value : std::nullopt;
@@ -82,7 +69,7 @@ std::optional<HostValue> Parse(ParameterKind kind, std::string_view text) {
     case kKindBool:
       return ParseBool(text);
     case kKindColor:
-      return ParseColor(text);
+      return ParseColour(text);
     case kKindText:
       return std::string(text);
     default:
@@ -94,6 +81,21 @@ double AsNumber(const HostValue& value) {
   if (const auto* integer = std::get_if<int32_t>(&value)) return *integer;
   if (const auto* number = std::get_if<float>(&value)) return *number;
   return 0;
+}
+
+}  // namespace
+
+std::optional<int32_t> ParseColour(std::string_view text) {
+  std::optional<uint32_t> colour;
+  if (text.starts_with("#") && text.size() == 7) {
+    colour = ParseNumber<uint32_t>(text.substr(1), 16);
+  } else if (text.starts_with("0x") || text.starts_with("0X")) {
+    colour = ParseNumber<uint32_t>(text.substr(2), 16);
+  } else {
+    colour = ParseNumber<uint32_t>(text, 10);
+  }
+  if (!colour || *colour > 0xFFFFFF) return std::nullopt;
+  return static_cast<int32_t>(*colour);
 }
 
 std::string UnknownParameter(const EffectListing& effect, std::string_view name) {
@@ -108,21 +110,30 @@ std::string UnknownParameter(const EffectListing& effect, std::string_view name)
   return message + "; `krv list` shows those it has";
 }
 
-}  // namespace
+std::string WrongKind(const ParameterListing& parameter, std::string_view value) {
+  return "parameter " + Quoted(parameter.name) + " wants " + Wanted(parameter.kind) + ", not " +
+         std::string(value);
+}
+
+std::optional<std::string> BeyondLimits(const ParameterListing& parameter, const HostValue& value,
+                                        std::string_view text) {
+  const double number = AsNumber(value);
+  if (!parameter.HasRange() || (number >= parameter.minimum && number <= parameter.maximum)) {
+    return std::nullopt;
+  }
+  return "parameter " + Quoted(parameter.name) + " lies between " + NumberText(parameter.minimum) +
+         " and " + NumberText(parameter.maximum) + "; " + std::string(text) + " does not";
+}
 
 std::optional<HostValue> ParseParameterValue(const ParameterListing& parameter,
                                              std::string_view text, std::string* error) {
   std::optional<HostValue> value = Parse(parameter.kind, text);
   if (!value) {
-    *error = "parameter " + Quoted(parameter.name) + " wants " + Wanted(parameter.kind) + ", not " +
-             Quoted(text);
+    *error = WrongKind(parameter, Quoted(text));
     return std::nullopt;
   }
-  const double number = AsNumber(*value);
-  if (parameter.HasRange() && (number < parameter.minimum || number > parameter.maximum)) {
-    *error = "parameter " + Quoted(parameter.name) + " lies between " +
-             NumberText(parameter.minimum) + " and " + NumberText(parameter.maximum) + "; " +
-             std::string(text) + " does not";
+  if (auto beyond = BeyondLimits(parameter, *value, text)) {
+    *error = std::move(*beyond);
     return std::nullopt;
   }
   return value;

@@ -48,4 +48,19 @@ class ParameterValues final : public ParameterSource {
 std::optional<HostValue> ParseParameterValue(const ParameterListing& parameter,
                                              std::string_view text, std::string* error);
 
+// Reads a colour as Assign does: 0xRRGGBB, or nothing.
+std::optional<int32_t> ParseColour(std::string_view text);
+
+// What to say, in one line, of a name that no parameter of the effect has.
+std::string UnknownParameter(const EffectListing& effect, std::string_view name);
+
+// What to say, in one line, of a value of another kind than the parameter's; `value` as the user
+// wrote it.
+std::string WrongKind(const ParameterListing& parameter, std::string_view value);
+
+// What to say, in one line, of a value outside the announced limits, which `text` is as the user
+// wrote it; nothing when it is within them.
+std::optional<std::string> BeyondLimits(const ParameterListing& parameter, const HostValue& value,
+                                        std::string_view text);
+
 }  // namespace krv::host

@@ -1,0 +1,133 @@
+#include "keyframes/gradient_stops.h"
+
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+
+#include "keyframes/mixing.h"
+#include "parameter_text.h"
+
+namespace krv::tool {
+namespace {
+
+// The part in front of the separator, or everything; `rest` keeps what follows.
+std::string_view TakeUntil(char separator, std::string_view* rest) {
+  const size_t at = rest->find(separator);
+  const std::string_view taken = rest->substr(0, at);
+  *rest = at == std::string_view::npos ? std::string_view() : rest->substr(at + 1);
+  return taken;
+}
+
+template <class Number>
+std::optional<Number> Parse(std::string_view text) {
+  Number number{};
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || rest != end) return std::nullopt;
+  return number;
+}
+
+std::optional<GradientStop> ParseStop(std::string_view text) {
+  const auto colour = Parse<uint32_t>(TakeUntil(',', &text));
+  const auto position = Parse<float>(text);
+  if (!colour || *colour > 0xFFFFFF) return std::nullopt;
+  if (!position || !(*position >= 0 && *position <= 100)) return std::nullopt;
+  return GradientStop{*colour, *position};
+}
+
+// The stops at one position, one after the other in a list.
+struct Group {
+  GradientStops::const_iterator begin;
+  GradientStops::const_iterator end;
+};
+
+Group GroupAt(const GradientStops& stops, float position) {
+  const auto [begin, end] =
+      std::equal_range(stops.begin(), stops.end(), GradientStop{0, position},
+                       [](const auto& a, const auto& b) { return a.position < b.position; });
+  return {begin, end};
+}
+
+// The colour where there is no stop; `next` is the first stop behind.
+uint32_t ColourBetween(const GradientStops& stops, GradientStops::const_iterator next,
+                       float position) {
+  if (next == stops.begin()) return stops.front().colour;
+  if (next == stops.end()) return stops.back().colour;
+  const GradientStop& before = *std::prev(next);
+  const double part = static_cast<double>(position - before.position) /
+                      static_cast<double>(next->position - before.position);
+  return MixColours(before.colour, next->colour, part);
+}
+
+// Puts `count` stops at the position, which has at most as many in `stops`, behind `result`.
+void AppendStops(const GradientStops& stops, float position, std::ptrdiff_t count,
+                 GradientStops* result) {
+  const Group group = GroupAt(stops, position);
+  const std::ptrdiff_t there = group.end - group.begin;
+  for (std::ptrdiff_t i = 0; i < count; ++i) {
+    const uint32_t colour = there == 0 ? ColourBetween(stops, group.end, position)
+                                       : group.begin[std::min(i, there - 1)].colour;
+    result->push_back({colour, position});
+  }
+}
+
+// Gives both gradients stops at the same positions, without changing the look of either.
+void AlignStops(GradientStops* one, GradientStops* other) {
+  std::vector<float> positions;
+  for (const GradientStops* stops : {one, other}) {
+    for (const GradientStop& stop : *stops) positions.push_back(stop.position);
+  }
+  std::sort(positions.begin(), positions.end());
+  positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+  GradientStops new_one;
+  GradientStops new_other;
+  for (const float position : positions) {
+    const Group group_one = GroupAt(*one, position);
+    const Group group_other = GroupAt(*other, position);
+    const auto count =
+        std::max(group_one.end - group_one.begin, group_other.end - group_other.begin);
+    AppendStops(*one, position, count, &new_one);
+    AppendStops(*other, position, count, &new_other);
+  }
+  *one = std::move(new_one);
+  *other = std::move(new_other);
+}
+
+}  // namespace
+
+std::optional<GradientStops> ParseGradientStops(std::string_view text) {
+  const auto count = Parse<size_t>(TakeUntil(',', &text));
+  if (!count || *count < kFewestStops || *count > kMostStops) return std::nullopt;
+  GradientStops stops;
+  while (!text.empty()) {
+    const auto stop = ParseStop(TakeUntil(';', &text));
+    if (!stop || (!stops.empty() && stop->position < stops.back().position)) return std::nullopt;
+    stops.push_back(*stop);
+  }
+  if (stops.size() != *count) return std::nullopt;
+  return stops;
+}
+
+std::string GradientText(const GradientStops& stops) {
+  std::string text = std::to_string(stops.size());
+  char separator = ',';
+  for (const GradientStop& stop : stops) {
+    text += separator + std::to_string(stop.colour) + ',' +
+            NumberText(kKindFloat, static_cast<double>(stop.position));
+    separator = ';';
+  }
+  return text;
+}
+
+GradientStops MixGradients(const GradientStops& from, const GradientStops& to, double share) {
+  GradientStops start = from;
+  GradientStops end = to;
+  if (start.size() != end.size()) AlignStops(&start, &end);
+  for (size_t i = 0; i < start.size(); ++i) {
+    start[i].colour = MixColours(start[i].colour, end[i].colour, share);
+    start[i].position = static_cast<float>(MixNumbers(start[i].position, end[i].position, share));
+  }
+  return start;
+}
+
+}  // namespace krv::tool
