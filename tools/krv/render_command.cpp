@@ -1,9 +1,11 @@
 #include "render_command.h"
 
 #include <cstdio>
+#include <optional>
 #include <string>
 
 #include "effect_session.h"
+#include "keyframes/keyframe_reader.h"
 #include "media/media_error.h"
 #include "progress.h"
 #include "render_interrupt.h"
@@ -24,7 +26,10 @@ constexpr char kFooter[] =
     "  .raw          bare frames from the top row on, a pixel blue, green, red, alpha; no sound\n"
     "  -             the same to standard output, for another program\n"
     "Sound that the container does not take, and that of --frames, becomes AAC or Opus.\n"
-    "A second input with sound alone replaces the video's own.";
+    "A second input with sound alone replaces the video's own.\n"
+    "The file of --params gives values, or keys between which they move in time, by parameter:\n"
+    "  {\"glow_intensity\": [{\"time\": 0, \"value\": 0.1}, {\"time\": 2.5, \"value\": 0.8}]}\n"
+    "Where --param gives a value, too, that one counts.";
 
 // Null, with the reason in *error, when the effect or a parameter is not as the user says.
 std::unique_ptr<host::EffectSession> OpenSession(const RenderArguments& arguments,
@@ -43,6 +48,16 @@ std::unique_ptr<host::EffectSession> OpenSession(const RenderArguments& argument
     if (!session->parameters().Assign(session->effect(), assignment, error)) return nullptr;
   }
   return session;
+}
+
+// The keyframes of --params, none without it. Complains and returns nothing when they do not fit.
+std::optional<ParameterTracks> LoadKeyframes(const RenderOptions& options, const RenderInput& input,
+                                             const host::EffectListing& effect) {
+  if (options.keyframes.empty()) return ParameterTracks();
+  Findings findings;
+  auto tracks = ReadKeyframes(options.keyframes, effect, input.video().rate, &findings);
+  for (const Finding& finding : findings) Complain(ToText(finding));
+  return tracks;
 }
 
 // What goes wrong from the first frame on is no longer the user's doing.
@@ -67,18 +82,6 @@ int RenderInto(const RenderOptions& options, RenderInput* input, host::EffectSes
   }
   Complain(Summary(result, options.output));
   return result.interrupted ? kExitInterrupted : kExitOk;
-}
-
-int Render(const RenderArguments& arguments) {
-  const RenderOptions options = ParseRenderOptions(arguments);
-  RenderInput input(options);
-  std::string error;
-  const auto session = OpenSession(arguments, options, &error);
-  if (session == nullptr) return UsageError(error);
-  if (!options.mask.empty() && !session->WantsPersonMask()) {
-    return UsageError("--mask: effect \"" + arguments.effect + "\" follows nobody");
-  }
-  return RenderInto(options, &input, session.get());
 }
 
 void AddInputOptions(CLI::App& command, RenderArguments* arguments) {
@@ -111,6 +114,24 @@ void AddOutputOptions(CLI::App& command, RenderArguments* arguments) {
 
 }  // namespace
 
+int Render(const RenderArguments& arguments) {
+  const RenderOptions options = ParseRenderOptions(arguments);
+  RenderInput input(options);
+  std::string error;
+  const auto session = OpenSession(arguments, options, &error);
+  if (session == nullptr) return UsageError(error);
+  if (!options.mask.empty() && !session->WantsPersonMask()) {
+    return UsageError("--mask: effect \"" + arguments.effect + "\" follows nobody");
+  }
+  const auto tracks = LoadKeyframes(options, input, session->effect());
+  if (!tracks) return kExitUsage;
+  const LayeredValues values(&session->parameters(), &*tracks);
+  session->SetParameterSource(&values);
+  const int code = RenderInto(options, &input, session.get());
+  session->SetParameterSource(nullptr);
+  return code;
+}
+
 void AddRenderCommand(CLI::App& app, Action* action) {
   CLI::App* command = app.add_subcommand("render", "Renders an effect over a video or over sound");
   auto arguments = std::make_shared<RenderArguments>();
@@ -121,6 +142,8 @@ void AddRenderCommand(CLI::App& app, Action* action) {
       ->add_option("--param", arguments->parameters,
                    "A parameter's value, name=value; may be given several times")
       ->allow_extra_args(false);
+  command->add_option("--params", arguments->keyframes,
+                      "A JSON file of parameters' values, also such as change over time");
   AddOutputOptions(*command, arguments.get());
   command->add_option("--device", arguments->device,
                       "Hands frames over in memory or in gpu textures (default: memory)");

@@ -132,6 +132,7 @@ void CheckFiles(const RenderOptions& options) {
   }
   std::vector<fs::path> inputs = options.inputs;
   inputs.push_back(options.mask);
+  inputs.push_back(options.keyframes);
   for (const fs::path& input : inputs) {
     if (host::platform::IsSameFile(input, options.output)) {
       throw MediaError(host::Utf8(options.output) + ": is an input, too");
@@ -155,6 +156,7 @@ RenderOptions ParseRenderOptions(const RenderArguments& arguments) {
   options.device = ParseDevice(arguments.device);
   options.report = host::PathFromUtf8(arguments.report);
   options.mask = host::PathFromUtf8(arguments.mask);
+  options.keyframes = host::PathFromUtf8(arguments.keyframes);
   ParseBackground(arguments.background, &options);
   ParseQuality(arguments, &options);
   CheckFiles(options);

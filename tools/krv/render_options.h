@@ -22,6 +22,7 @@ struct RenderArguments {
   std::vector<std::string> inputs;
   std::string effect;
   std::vector<std::string> parameters;  // name=value
+  std::string keyframes;
   std::string output;
   std::string background;
   std::string mask;
@@ -59,7 +60,8 @@ struct RenderOptions {
   std::filesystem::path background_picture;  // empty for a colour
   BackgroundColour background_colour;
   bool background_given = false;
-  std::filesystem::path mask;  // a matte; empty for none
+  std::filesystem::path mask;       // a matte; empty for none
+  std::filesystem::path keyframes;  // values over time; empty for none
   std::optional<host::PictureSize> size;
   std::optional<host::FrameRate> rate;
   FrameRange frames;
