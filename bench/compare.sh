@@ -60,10 +60,12 @@ melt_run() {
 one_round() {
   local bars="mode=bar:fscale=log:rate=30"
   local over="overlay=shortest=1:format=rgb"
+  local small=$((width * 480 / height / 2 * 2))x480
   graph ffmpeg_decode "[0:v]null"
   graph ffmpeg_bgra "[0:v]format=bgra"
   graph showfreqs "[0:a]showfreqs=s=${width}x$height:$bars,format=bgra[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
-  graph showfreqs_480 "[0:a]showfreqs=s=$((height > 480 ? width * 480 / height / 2 * 2 : width))x$((height > 480 ? 480 : height)):$bars,format=bgra,scale=$width:$height[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
+  graph showfreqs_480 "[0:a]showfreqs=s=$small:$bars,format=bgra,scale=$width:$height:flags=fast_bilinear[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
+  graph showfreqs_480_yuv "[0:a]showfreqs=s=$small:$bars,scale=$width:$height[v];[0:v][v]overlay=shortest=1"
   graph showwaves "[0:a]showwaves=s=${width}x$height:mode=cline:rate=30,format=bgra[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
   local four="[0:a]asplit=4[a1][a2][a3][a4];[0:v]format=bgra[m0]" i
   for i in 1 2 3 4; do

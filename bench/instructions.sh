@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # instructions.sh [PACKAGE]: counts the instructions of one frame (package bars by default), and of
 # one audio block beside those of the bare transform with its logarithms, with callgrind. Frames are
-# in memory; software OpenGL draws on the calling thread.
+# in memory; software OpenGL draws on the calling thread. SIZES: of the frames (default "1280x720
+# 1920x1080").
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 package=${1:-$root/packages/bars}
@@ -23,11 +24,10 @@ counted() {
   python3 "$root/bench/instructions/count.py" "$scratch/$few" "$scratch/$many" $((many - few))
 }
 
-for size in "1280 720" "1920 1080"; do
-  # shellcheck disable=SC2086
-  set -- $size
+for size in ${SIZES:-1280x720 1920x1080}; do
+  set -- "${size%x*}" "${size#*x}"
   echo "Instructions of one frame of $(basename "$package"), $1 x $2, in memory:"
-  counted 3 6 frames "$root/build/linux/krvAudioVisualPlugin.krv" "$package" "$1" "$2" memory
+  counted 2 4 frames "$root/build/linux/krvAudioVisualPlugin.krv" "$package" "$1" "$2" memory
 done
 for samples in 1600 1764 1601,1602; do
   for what in audio fft; do

@@ -14,6 +14,7 @@ RUNS = [
     ("ffmpeg_bgra", "FFmpeg, decoding and conversion to BGRA", None),
     ("showfreqs", "showfreqs, overlay in BGRA", "ffmpeg_bgra"),
     ("showfreqs_480", "showfreqs at 480 lines, upscaled, overlay in BGRA", "ffmpeg_bgra"),
+    ("showfreqs_480_yuv", "showfreqs at 480 lines, upscaled, overlay in YUV", "ffmpeg_decode"),
     ("showwaves", "showwaves, overlay in BGRA", "ffmpeg_bgra"),
     ("showfreqs_4_rows", "four showfreqs of a quarter's height each", "ffmpeg_bgra"),
     ("showfreqs_4", "four showfreqs of full height", "ffmpeg_bgra"),
