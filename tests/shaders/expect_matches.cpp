@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <sstream>
 
 namespace krv::test {
@@ -58,6 +59,17 @@ double LargestDifference(const Picture& a, const Picture& b) {
     }
   }
   return largest;
+}
+
+int PixelsApart(const Picture& a, const Picture& b) {
+  constexpr double kStep = 1.01 / 255;
+  int apart = 0;
+  for (size_t i = 0; i < a.pixels.size(); ++i) {
+    const auto differs = [](double one, double other) { return !(std::abs(one - other) <= kStep); };
+    const auto& one = a.pixels[i];
+    apart += std::equal(one.begin(), one.end(), b.pixels[i].begin(), std::not_fn(differs)) ? 0 : 1;
+  }
+  return apart;
 }
 
 void ExpectMatches(const Picture& drawn, const Expectation& expected, const Tolerance& tolerance) {

@@ -14,6 +14,10 @@ using PictureFunction = std::function<Pixel(double x, double y)>;
 // count as none.
 double LargestDifference(const Picture& a, const Picture& b);
 
+// How many pixels of two pictures of one size are more than a step of 255 apart, which two ways of
+// rounding may come to.
+int PixelsApart(const Picture& a, const Picture& b);
+
 // What a picture should be, and what it would be for a spectrum lower or higher by kLevelShift.
 struct Expectation {
   PictureFunction exact, quieter, louder;

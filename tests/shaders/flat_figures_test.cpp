@@ -8,6 +8,7 @@
 #include "shaders/expect_matches.h"
 #include "shaders/flat_canvas.h"
 #include "shaders/flat_reference.h"
+#include "shaders/folded_checks.h"
 
 namespace krv::test {
 namespace {

@@ -6,7 +6,7 @@ namespace krv::test {
 namespace {
 
 #define KRV_SET(name) program.Set(#name, f.name)
-void SetRing(const ShaderProgram& program, const HaloFigure& f) {
+void SetRing(const UniformSetter& program, const HaloFigure& f) {
   KRV_SET(radius);
   KRV_SET(inclination_degree_x);
   KRV_SET(inclination_degree_z);
@@ -16,7 +16,7 @@ void SetRing(const ShaderProgram& program, const HaloFigure& f) {
   KRV_SET(manual_rotate_degree);
 }
 
-void SetFigures(const ShaderProgram& program, const HaloGeometryFigure& f) {
+void SetFigures(const UniformSetter& program, const HaloGeometryFigure& f) {
   KRV_SET(geometry_type);
   KRV_SET(point_direction);
   KRV_SET(point_size);
@@ -29,7 +29,7 @@ void SetFigures(const ShaderProgram& program, const HaloGeometryFigure& f) {
   KRV_SET(pulse_line_width);
 }
 
-void SetFigures(const ShaderProgram& program, const HaloSpectrumFigure& f) {
+void SetFigures(const UniformSetter& program, const HaloSpectrumFigure& f) {
   KRV_SET(direction);
   KRV_SET(gap_degree);
   KRV_SET(step_num);
@@ -41,17 +41,25 @@ void SetFigures(const ShaderProgram& program, const HaloSpectrumFigure& f) {
 
 }  // namespace
 
-Picture DrawFigure(const ShaderProgram& program, const HaloGeometryFigure& figure, int width,
-                   int height, GLenum format) {
+void SetFigure(const UniformSetter& program, const HaloGeometryFigure& figure) {
   SetRing(program, figure);
   SetFigures(program, figure);
+}
+
+void SetFigure(const UniformSetter& program, const HaloSpectrumFigure& figure) {
+  SetRing(program, figure);
+  SetFigures(program, figure);
+}
+
+Picture DrawFigure(const ShaderProgram& program, const HaloGeometryFigure& figure, int width,
+                   int height, GLenum format) {
+  SetFigure(program, figure);
   return DrawCommon(program, figure, width, height, format);
 }
 
 Picture DrawFigure(const ShaderProgram& program, const HaloSpectrumFigure& figure, int width,
                    int height, GLenum format) {
-  SetRing(program, figure);
-  SetFigures(program, figure);
+  SetFigure(program, figure);
   return DrawCommon(program, figure, width, height, format);
 }
 

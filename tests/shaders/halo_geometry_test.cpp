@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "shaders/builtin_shader_test.h"
+#include "shaders/folded_checks.h"
 #include "shaders/halo_canvas.h"
 #include "shaders/halo_cases.h"
 #include "shaders/halo_geometry_reference.h"
@@ -30,6 +31,14 @@ TEST_P(HaloGeometry, FollowsItsFormulas) {
   ExpectMatches(drawn, figure, test_case.tolerance);
 }
 
+TEST_P(HaloGeometry, IsTheSameInTheFoldedForm) {
+  const auto& [kind, test_case] = GetParam();
+  HaloGeometryFigure figure = Figure(kind);
+  test_case.change(figure);
+  ExpectFoldsAlike(program(), folded(), figure, test_case.width, test_case.height,
+                   test_case.tolerance);
+}
+
 INSTANTIATE_TEST_SUITE_P(Shared, HaloGeometry,
                          ::testing::Combine(::testing::Range(0, 3),
                                             ::testing::ValuesIn(SharedHaloCases())),
@@ -53,6 +62,12 @@ TEST_P(HaloGeometryOwn, FollowsItsFormulas) {
   HaloGeometryFigure figure = Figure(GetParam().kind);
   GetParam().change(figure);
   ExpectMatches(DrawFigure(program(), figure, 160, 90, GL_RGBA32F), figure, GetParam().tolerance);
+}
+
+TEST_P(HaloGeometryOwn, IsTheSameInTheFoldedForm) {
+  HaloGeometryFigure figure = Figure(GetParam().kind);
+  GetParam().change(figure);
+  ExpectFoldsAlike(program(), folded(), figure, 160, 90, GetParam().tolerance);
 }
 
 std::string OwnName(const ::testing::TestParamInfo<OwnCase>& test) { return test.param.name; }
@@ -118,6 +133,7 @@ TEST_P(HaloGeometryAtSize, DiffersAtEdgesOnly) {
   figure.inclination_degree_z = 12;
   for (const auto& [width, height] : {std::pair(320, 180), std::pair(853, 480)}) {
     ExpectMatches(DrawFigure(program(), figure, width, height, GL_RGBA8), figure, kBytes);
+    ExpectFoldsAlike(program(), folded(), figure, width, height, kBytes);
   }
 }
 

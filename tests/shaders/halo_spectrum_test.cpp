@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "shaders/builtin_shader_test.h"
+#include "shaders/folded_checks.h"
 #include "shaders/halo_canvas.h"
 #include "shaders/halo_cases.h"
 #include "shaders/halo_spectrum_reference.h"
@@ -47,6 +48,14 @@ TEST_P(HaloSpectrum, FollowsItsFormulas) {
   ExpectMatches(drawn, figure, test_case.tolerance);
 }
 
+TEST_P(HaloSpectrum, IsTheSameInTheFoldedForm) {
+  const auto& [kind, test_case] = GetParam();
+  HaloSpectrumFigure figure = Figure(kind);
+  test_case.change(figure);
+  ExpectFoldsAlike(program(), folded(), figure, test_case.width, test_case.height,
+                   test_case.tolerance);
+}
+
 INSTANTIATE_TEST_SUITE_P(Shared, HaloSpectrum,
                          ::testing::Combine(::testing::ValuesIn(Kinds()),
                                             ::testing::ValuesIn(SharedHaloCases())),
@@ -69,6 +78,13 @@ TEST_P(HaloSpectrumOwn, FollowsItsFormulas) {
   HaloSpectrumFigure figure = Figure(kind);
   test_case.change(figure);
   ExpectMatches(DrawFigure(program(), figure, 160, 90, GL_RGBA32F), figure, kFloats);
+}
+
+TEST_P(HaloSpectrumOwn, IsTheSameInTheFoldedForm) {
+  const auto& [kind, test_case] = GetParam();
+  HaloSpectrumFigure figure = Figure(kind);
+  test_case.change(figure);
+  ExpectFoldsAlike(program(), folded(), figure, 160, 90, kFloats);
 }
 
 using F = HaloSpectrumFigure;
@@ -111,6 +127,7 @@ TEST_P(HaloSpectrumAtSize, DiffersAtEdgesOnly) {
   figure.inclination_degree_z = 12;
   for (const auto& [width, height] : {std::pair(320, 180), std::pair(853, 480)}) {
     ExpectMatches(DrawFigure(program(), figure, width, height, GL_RGBA8), figure, kBytes);
+    ExpectFoldsAlike(program(), folded(), figure, width, height, kBytes);
   }
 }
 

@@ -19,7 +19,8 @@ int Coloring(DrawUniforms& uniforms) {
   return uniforms.Int("gradient_color_direction") == 0 ? 2 : 3;
 }
 
-int FoldGradient(const cv::Mat& gradient, FoldedFigure& figure) {
+int FoldGradient(int coloring, const cv::Mat& gradient, FoldedFigure& figure) {
+  if (coloring < 2) return 0;
   const int count = gradient.cols;
   if (count < 2 || count > kMostStops) return 0;
   const auto* texels = gradient.ptr<cv::Vec4b>(0);
@@ -33,6 +34,10 @@ int FoldGradient(const cv::Mat& gradient, FoldedFigure& figure) {
     }
   }
   return count - 1;
+}
+
+bool HasItsGradient(int coloring, const cv::Mat& gradient, DrawUniforms& uniforms) {
+  return coloring < 2 || gradient.cols == uniforms.Int("gradient_color_count");
 }
 
 }  // namespace krv

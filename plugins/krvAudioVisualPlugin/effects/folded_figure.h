@@ -32,6 +32,8 @@ struct FoldedFigure {
   std::vector<float> entries;
   // "first_entry": the item that the table begins with.
   float first_entry = 0;
+  // "level_at_start": the level of a ring's item 0.
+  float level_at_start = 0;
   // "stops" of a gradient that is compiled in: red, green, blue and position, 0 to 1.
   std::array<float, size_t{kMostStops} * 4> stops{};
   // Where there is more to be seen than transparent pixels, unless that is anywhere.
@@ -51,6 +53,8 @@ struct FigureSources {
 // it: no figure, sizes out of all proportion, more items than a table holds, values that are not
 // numbers. What `figure` held before is overwritten; its memory is used again.
 bool FoldFlat(DrawUniforms& uniforms, const FigureSources& sources, FoldedFigure& figure);
+bool FoldHaloGeometry(DrawUniforms& uniforms, const FigureSources& sources, FoldedFigure& figure);
+bool FoldHaloSpectrum(DrawUniforms& uniforms, const FigureSources& sources, FoldedFigure& figure);
 
 // How many entries a folded shader's table has room for, so that few programs do for all counts.
 int RoomForEntries(size_t count);
@@ -59,8 +63,11 @@ int RoomForEntries(size_t count);
 // and 3 the gradient in the direction 0 and any other.
 int Coloring(DrawUniforms& uniforms);
 
-// Sets the figure's stops. The number of spans between them; 0 when the gradient is not sorted, or
-// has fewer than two or more than kMostStops stops.
-int FoldGradient(const cv::Mat& gradient, FoldedFigure& figure);
+// Sets the figure's stops for a colouring. The number of spans between them; 0 when the colouring
+// has no gradient, or one that is not sorted or has fewer than two or more than kMostStops stops.
+int FoldGradient(int coloring, const cv::Mat& gradient, FoldedFigure& figure);
+
+// Whether a gradient, where the colouring has one, is what the draw's uniforms tell of.
+bool HasItsGradient(int coloring, const cv::Mat& gradient, DrawUniforms& uniforms);
 
 }  // namespace krv

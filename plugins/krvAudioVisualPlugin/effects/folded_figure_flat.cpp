@@ -106,14 +106,13 @@ bool FoldFlat(DrawUniforms& uniforms, const FigureSources& sources, FoldedFigure
   }
 
   const int coloring = Coloring(uniforms);
-  const bool gradient = coloring >= 2;
-  if (gradient && sources.gradient.cols != uniforms.Int("gradient_color_count")) return false;
+  if (!HasItsGradient(coloring, sources.gradient, uniforms)) return false;
   const bool turned = uniforms.Int("rotate_x") != 0 || uniforms.Int("rotate_y") != 0;
   figure.choices = {{{"FIGURE", kind},
                      {"DIRECTION", direction == 0 || direction == 1 ? direction : 2},
                      {"GLOW", uniforms.Int("glow") != 0 ? 1 : 0},
                      {"COLORING", coloring},
-                     {"SPANS", gradient ? FoldGradient(sources.gradient, figure) : 0},
+                     {"SPANS", FoldGradient(coloring, sources.gradient, figure)},
                      {"FILL", kind == kPulses && uniforms.Bool("pulse_fill") ? 1 : 0},
                      {"TURNED", turned ? 1 : 0},
                      {"ENTRIES", RoomForEntries(figure.entries.size())}}};

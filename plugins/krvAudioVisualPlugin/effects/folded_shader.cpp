@@ -33,15 +33,24 @@ void AddTables(PXGraphicsContext& draw, const FoldedFigure& figure) {
   draw.AddUniform("entries", UniformType::kFloat, figure.entries.data(), BytesOf(figure.entries));
   draw.AddUniform("entry_range", UniformType::kVec2, range.data(), BytesOf(range));
   draw.AddUniform("first_entry", UniformType::kFloat, &figure.first_entry, sizeof(float));
+  draw.AddUniform("level_at_start", UniformType::kFloat, &figure.level_at_start, sizeof(float));
   draw.AddUniform("stops", UniformType::kVec4, figure.stops.data(), BytesOf(figure.stops));
 }
 
 }  // namespace
 
 std::unique_ptr<FoldedShader> FoldedShader::Create(std::string_view file_name) {
+  struct Form {
+    std::string_view file_name;
+    FoldFunction fold;
+  };
+  static constexpr Form kForms[] = {{"audio_visualization_geometry.frag", FoldFlat},
+                                    {"audio_visualization_halo_geometry.frag", FoldHaloGeometry},
+                                    {"audio_visualization_halo_spectrum.frag", FoldHaloSpectrum}};
   const auto source = FindFoldedShader(file_name);
-  if (!source) return nullptr;
-  return std::unique_ptr<FoldedShader>(new FoldedShader(FoldFlat, *source));
+  const auto* form = std::ranges::find(kForms, file_name, &Form::file_name);
+  if (!source || form == std::end(kForms)) return nullptr;
+  return std::unique_ptr<FoldedShader>(new FoldedShader(form->fold, *source));
 }
 
 void FoldedShader::Fold(PXGraphicsContext& draw, const FigureSources& sources) {

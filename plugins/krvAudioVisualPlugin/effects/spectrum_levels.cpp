@@ -39,7 +39,8 @@ SpectrumLevels::SpectrumLevels(const cv::Mat& spectrum, DrawUniforms& uniforms)
       mirrored_(uniforms.Bool("audio_mirror")),
       averaged_(uniforms.Bool("audio_averaging")),
       flat_gain_(Loudness() * Smoothstep(0, 1, intensity_) *
-                 (1.0f + Smoothstep(1, 3, intensity_) * 0.5f)) {}
+                 (1.0f + Smoothstep(1, 3, intensity_) * 0.5f)),
+      halo_gain_(Loudness() * intensity_) {}
 
 // Further out, single precision is too coarse for any two renderers to agree.
 bool SpectrumLevels::sound() const {
@@ -81,6 +82,19 @@ float SpectrumLevels::Flat(float u) const {
   const float value =
       CubicPulse(at, 0.18f, Sample(at), u) + CubicPulse(next, 0.18f, Sample(next), u);
   return Eased(value, flat_gain_);
+}
+
+// Seven samples of the spectrum, eased into each other; the last one is eased into the first.
+float SpectrumLevels::Halo(float u) const {
+  u = Place(u);
+  constexpr float kWidth = 0.8f / 7.0f;
+  const float left = std::floor(u * 7.0f) / 7.0f;
+  const float right = left + 1.0f / 7.0f;
+  const float a = Sample(left);
+  const float b = Sample(right < 0.9f ? right : 0.0f);
+  const float value =
+      CubicPulse(left, kWidth, a * a * a, u) + CubicPulse(right, kWidth, b * b * b, u);
+  return Eased(value, halo_gain_);
 }
 
 }  // namespace krv

@@ -20,6 +20,8 @@ class SpectrumLevels {
 
   // The level at u across a flat figure, 0 to 1.
   float Flat(float u) const;
+  // The level at u round a halo, 0 to 1.
+  float Halo(float u) const;
 
  private:
   float Loudness() const;
@@ -36,6 +38,7 @@ class SpectrumLevels {
   bool mirrored_;
   bool averaged_;
   float flat_gain_;
+  float halo_gain_;
 };
 
 }  // namespace krv

@@ -1,8 +1,4 @@
 
-uniform float entries[ENTRIES];
-
-float entryAt(float i) { return entries[int(i)]; }
-
 #if FIGURE == 2
 // From the place to the stroke that begins with item i, squared.
 float strokeDistance(vec2 p, float i) {
@@ -137,25 +133,6 @@ float coverage(float nearness) {
 #endif
 }
 
-vec3 figureColor(vec2 p) {
-#if COLORING == 0
-  return v_color;
-#elif COLORING == 1
-  return hsv2rgb(p.x * v_share, 1.0, 1.0);
-#else
-  float place = COLORING == 2 ? p.y : p.x;
-#if SPANS > 0
-  vec3 c = v_color;
-  for (int i = 0; i < SPANS; i++) {
-    c += v_change[i] * clamp(place * v_span[i].x + v_span[i].y, 0.0, 1.0);
-  }
-  return channelOrder(c);
-#else
-  return getGradientColor(clamp(place * v_share, 0.0, 1.0));
-#endif
-#endif
-}
-
 void main() {
 #if TURNED
   // A plane behind the camera is met in front of it, without a figure.
@@ -173,5 +150,5 @@ void main() {
 #endif
   transparent = v_opacity;
   float from_figure = max(sqrt(nearest) - v_corner, v_touch);
-  fragColor = figurePixel(figureColor(p), coverage(v_touch / from_figure));
+  fragColor = figurePixel(paintedColor(COLORING == 2 ? p.y : p.x), coverage(v_touch / from_figure));
 }

@@ -1,12 +1,4 @@
 
-attribute vec2 position;  // in the picture, 0..1
-
-uniform vec4 stops[SPANS + 1];  // of the gradient: colour and position, 0..1
-uniform vec2 entry_range;       // the least and the largest entry of the table
-uniform float first_entry;      // the pulse that the table begins with
-
-const float LEAST_COVERAGE = 0.0018;  // a little less than half of 1/255
-
 // The place on the rectangle that a corner of the picture shows, or what leads each pixel to its own.
 void aim(float unit) {
   vec3 ray = vec3((position * 2.0 - 1.0) * halfView(), -CAMERA_Z);
@@ -22,30 +14,11 @@ void aim(float unit) {
 #endif
 }
 
-void paint(float unit) {
-  v_opacity = alpha / 100.0;
-  v_exponent = glowExponent(0.3);
-  v_share = unit / (COLORING == 2 ? quad_height : quad_width);
-  v_color = COLORING == 0 ? int2rgb(color) : stops[0].rgb;
-#if SPANS > 0
-  for (int i = 0; i < SPANS; i++) {
-    float width = stops[i + 1].a - stops[i].a;
-    float steepness = width > 0.0 ? 1.0 / width : 1e9;  // or a step
-    v_span[i] = vec2(steepness * v_share, -steepness * stops[i].a);
-    v_change[i] = stops[i + 1].rgb - stops[i].rgb;
-  }
-#endif
-}
-
-// How far from the figure its coverage is too little to be seen.
-float sightOfCoverage() {
-  float opacity = max(v_opacity, 1e-6);
+// How far from the figure it is still seen.
+float sightOfFigure() {
   if (glow != 0) return end;
-  if (geometry_type == LINES || geometry_type == PULSES) {
-    float s = pow(LEAST_COVERAGE / (20.2 * opacity), 1.25);
-    return min(EPSILON * inversesqrt(s / 3.0), end);
-  }
-  return min(3.5 * EPSILON * pow(opacity / LEAST_COVERAGE, 2.0 / 3.0), end);
+  bool line = geometry_type == LINES || geometry_type == PULSES;
+  return min(line ? sightOfLine(EPSILON) : sight(3.5 * EPSILON, 1.5), end);
 }
 
 // The heights between which the items' cores lie.
@@ -97,10 +70,10 @@ void shapeItems(float unit) {
   }
   vec2 core = half_size - corner;
   vec2 heights = coreHeights(height, core);
-  float sight = max(sightOfCoverage() + corner, 0.0);
-  vec2 reach = vec2(sight, max(end + corner, 0.0)) / unit;
+  float seen = max(sightOfFigure() + corner, 0.0);
+  vec2 reach = vec2(seen, max(end + corner, 0.0)) / unit;
   v_reach = reach * reach;
-  v_band = vec2(heights.x + heights.y, heights.y - heights.x + 2.0 * sight) * 0.5 / unit;
+  v_band = vec2(heights.x + heights.y, heights.y - heights.x + 2.0 * seen) * 0.5 / unit;
   v_touch = (glow != 0 || geometry_type == LINES || geometry_type == PULSES ? EPSILON
                                                                             : 3.5 * EPSILON) / unit;
   v_height = height / unit;
@@ -122,11 +95,10 @@ void shapePulses() {
 #endif
 
 void main() {
-  gl_Position = vec4(2.0 * position - 1.0, -1.0, 1.0);
   placeQuad(halfView());
   float unit = geometry_type == PULSES ? 1.0 : quad_width / float(itemCount());
   aim(unit);
-  paint(unit);
+  paint(unit / (COLORING == 2 ? quad_height : quad_width), glowExponent(0.3));
   shapeItems(unit);
 #if FIGURE == 3
   shapePulses();

@@ -2,8 +2,6 @@
 // What the two halo shaders share: a ring about the origin in the plane y = 0, seen by a camera on
 // a circle about the x axis. One ray per pixel meets the plane once. Places on the plane are
 // written (x, -z), and angles turn from the first towards the second.
-//
-// Loops end at their last statement, as in the flat shader.
 
 uniform float radius;              // of the ring, scene units; 0: nothing but black
 uniform int inclination_degree_x;  // tilt of the camera: 0 looks at the plane, 90 along it
@@ -21,26 +19,12 @@ const float FARTHEST = 1e9;                     // along rays that all but miss 
 // Set by main, once per pixel.
 vec3 eye = vec3(0.0);
 vec3 ray = vec3(0.0);  // of length 1
-float audio_gain = 0.0;
 
 // The turn of the figure, before each shader wraps it in its own way.
 float turnSinceStart() {
   if (manual_rotate == 1) return radians(manual_rotate_degree);
   float turn = time_second * rotate_speed;
   return rotate_direction == 1 ? -turn : turn;
-}
-
-// The level, 0..1, at u round the ring: seven samples of the spectrum, eased into each other. The
-// last one is eased into the first.
-float getAudioIntensity(float u) {
-  u = audioCoordinate(u);
-  const float width = 0.8 / 7.0;
-  float left = floor(u * 7.0) / 7.0;
-  float right = left + 1.0 / 7.0;
-  float a = spectrum(left);
-  float b = spectrum(right < 0.9 ? right : 0.0);
-  float val = cubicPulse(left, width, a * a * a, u) + cubicPulse(right, width, b * b * b, u);
-  return val < 0.05 ? 0.0 : smoothstep(0.0, 1.0, val * audio_gain);
 }
 
 // A tilt of half turns is moved a little, so that the camera's up axis is never along its view.
@@ -64,10 +48,12 @@ mat3 getCameraVector(vec3 camera) {
   return mat3(right, cross(right, forward), forward);
 }
 
-// The ray of a pixel; the ring's centre is seen at position_x, position_y.
-vec3 rayDirection(vec3 camera, vec2 pixel) {
-  vec2 centre = (vec2(position_x, position_y) / 50.0 - 0.5) * iResolution;
-  return normalize(getCameraVector(camera) * vec3(pixel - centre, FOCAL_LENGTH * iResolution.y));
+// Where the ring's centre is seen, pixels.
+vec2 ringCentre() { return (vec2(position_x, position_y) / 50.0 - 0.5) * iResolution; }
+
+// The direction in which a pixel is seen, of any length.
+vec3 rayThrough(vec3 camera, vec2 pixel) {
+  return getCameraVector(camera) * vec3(pixel - ringCentre(), FOCAL_LENGTH * iResolution.y);
 }
 
 // How far along the ray the plane is: negative behind the camera, 0 when the ray is parallel to it.
@@ -95,12 +81,4 @@ vec2 unitVector(float angle) { return vec2(cos(angle), sin(angle)); }
 // p turned by the angle of a unit vector.
 vec2 turnedBy(vec2 unit, vec2 p) {
   return vec2(p.x * unit.x - p.y * unit.y, p.x * unit.y + p.y * unit.x);
-}
-
-// What main needs of the uniforms, and the pixel's ray.
-void setUp() {
-  transparent = alpha / 100.0;
-  audio_gain = loudness() * intensity;
-  eye = cameraPlace();
-  ray = rayDirection(eye, gl_FragCoord.xy);
 }
