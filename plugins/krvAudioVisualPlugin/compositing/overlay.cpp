@@ -1,7 +1,7 @@
 #include "compositing/overlay.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <cstring>
 
 namespace krv {
@@ -21,17 +21,19 @@ size_t PixelBytes(PixelType type) {
   return 4;
 }
 
-// Whether any of the texels has alpha.
-bool IsTouched(const uint8_t* texels, int32_t count) {
+// Exchanges red and blue of some texels. Whether any of them has alpha. Written for little-endian
+// machines, so that compilers make vector code of it.
+static_assert(std::endian::native == std::endian::little);
+bool SwapChannels(uint8_t* texels, int32_t count) {
   uint32_t all = 0;
   for (int32_t i = 0; i < count; ++i) {
     uint32_t texel = 0;
     std::memcpy(&texel, texels + 4 * ptrdiff_t{i}, sizeof(texel));
     all |= texel;
+    texel = (texel & 0xFF00FF00U) | ((texel >> 16) & 0xFFU) | ((texel & 0xFFU) << 16);
+    std::memcpy(texels + 4 * ptrdiff_t{i}, &texel, sizeof(texel));
   }
-  std::array<uint8_t, 4> channels;
-  std::memcpy(channels.data(), &all, sizeof(all));
-  return channels[3] != 0;
+  return (all >> 24) != 0;
 }
 
 void CopyPixels(const std::byte* input, std::byte* output, size_t pixel_bytes, PixelSpan pixels) {
@@ -83,13 +85,13 @@ void Overlay::Resize(int32_t effect_width, int32_t effect_height, int32_t frame_
   touched_.resize(block_spans_.size() * static_cast<size_t>(effect_height));
 }
 
-void Overlay::FindTouchedBlocks() {
-  const uint8_t* texels = effect_.data();
+void Overlay::PrepareEffect() {
+  uint8_t* texels = effect_.data();
   auto touched = touched_.begin();
   for (int32_t row = 0; row < effect_height_; ++row) {
     for (int32_t left = effect_width_; left > 0; left -= kBlock) {
       const int32_t count = std::min(left, kBlock);
-      *touched++ = IsTouched(texels, count) ? 1 : 0;
+      *touched++ = SwapChannels(texels, count) ? 1 : 0;
       texels += 4 * ptrdiff_t{count};
     }
   }
@@ -132,7 +134,7 @@ void Overlay::SampleRow(PixelType type, const SamplingTap& row, PixelSpan texels
 }
 
 void Overlay::LayOver(const OverlayFrames& frames, bool blend) {
-  if (blend) FindTouchedBlocks();
+  PrepareEffect();
   const size_t pixel_bytes = PixelBytes(frames.type);
   const auto* input = static_cast<const std::byte*>(frames.input);
   auto* output = static_cast<std::byte*>(frames.output);

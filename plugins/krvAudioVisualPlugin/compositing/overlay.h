@@ -31,8 +31,9 @@ class Overlay {
   void Resize(int32_t effect_width, int32_t effect_height, int32_t frame_width,
               int32_t frame_height);
 
-  // Where LayOver finds the effect: 8 bits per channel, rows without padding. Valid until the next
-  // call of Resize.
+  // Where LayOver finds the effect: 8 bits per channel in the order red, green, blue, alpha, rows
+  // without padding. Written anew before each call of LayOver, which changes it. Valid until the
+  // next call of Resize.
   uint8_t* effect() { return effect_.data(); }
 
   // Writes every pixel of a frame of the size last given; what lies between the rows stays. The
@@ -42,7 +43,8 @@ class Overlay {
   void LayOver(const OverlayFrames& frames, bool blend);
 
  private:
-  void FindTouchedBlocks();
+  // Brings the effect into the order of the frames, and finds the blocks with alpha.
+  void PrepareEffect();
   void FindSpans(const SamplingTap& row, bool blend);
   void SampleRow(PixelType type, const SamplingTap& row, PixelSpan texels);
 

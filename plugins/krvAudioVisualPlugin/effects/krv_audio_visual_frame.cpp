@@ -88,7 +88,8 @@ bool KRVAudioVisual::PrepareEffectTexture(EffectSize size) {
   const bool on_gpu = PluginRegistry::Instance().gpu_device_index != -1;
   auto frame = EffectImage::Allocate(size.width, size.height, kPixel8,
                                      on_gpu ? kFrameOnGpu : kFrameInMemory);
-  effect_texture_ = CreateImageFromFrame(std::move(frame), nullptr);
+  // Drivers keep textures of 8 bits in this order: reading them back converts nothing.
+  effect_texture_ = CreateImageFromFrame(std::move(frame), nullptr, PixelLayout::kRgba);
   return effect_texture_ != nullptr;
 }
 

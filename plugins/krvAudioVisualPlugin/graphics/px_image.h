@@ -54,9 +54,11 @@ std::shared_ptr<PXImage> CreateImage(uint32_t width, uint32_t height, PixelLayou
 std::shared_ptr<PXImage> CreateImage(const cv::Mat& matrix, PixelLayout layout);
 
 // An image of a host frame: its own texture for a frame on the GPU, else a texture of the frame's
-// size that holds `pixels` when not null. Keeps the frame. Null on failure.
+// size that holds `pixels` when not null. Pixels travel to and from it in the order `layout`, by
+// default that of frames. Keeps the frame. Null on failure.
 std::shared_ptr<PXImage> CreateImageFromFrame(std::shared_ptr<EffectImage> frame,
-                                              const void* pixels);
+                                              const void* pixels,
+                                              PixelLayout layout = PixelLayout::kBgra);
 
 // The same for an image kept from frame to frame: a null one is made, another one shows something
 // new from then on, in the same texture where that has the right shape. Null after a failure.

@@ -23,21 +23,21 @@ std::optional<DataType> DataTypeOf(int32_t pixel_type) {
 
 }  // namespace
 
-bool PXImage_KRV::Attach(std::shared_ptr<EffectImage> frame, const void* pixels,
+bool PXImage_KRV::Attach(std::shared_ptr<EffectImage> frame, const void* pixels, PixelLayout layout,
                          std::shared_ptr<void> keep_alive) {
   frame_ = std::move(frame);
   keep_alive_ = std::move(keep_alive);
   awaits_upload_ = false;
   uint32_t texture_name = 0;
   if (frame_->on_gpu() && (texture_name = frame_->TextureName()) == 0) return false;
-  return CreateFromFrame(texture_name, pixels);
+  return CreateFromFrame(texture_name, pixels, layout);
 }
 
-bool PXImage_KRV::CreateFromFrame(uint32_t texture_name, const void* pixels) {
+bool PXImage_KRV::CreateFromFrame(uint32_t texture_name, const void* pixels, PixelLayout layout) {
   const FrameDescription& description = frame_->description();
   const auto type = DataTypeOf(description.pixel_type);
   return type && Create(texture_name, static_cast<uint32_t>(description.width),
-                        static_cast<uint32_t>(description.height), PixelLayout::kBgra, *type,
+                        static_cast<uint32_t>(description.height), layout, *type,
                         static_cast<uint32_t>(description.stride), pixels) == 0;
 }
 
@@ -57,7 +57,7 @@ bool PXImage_KRV::AttachWithoutTexture(std::shared_ptr<EffectImage> frame) {
 }
 
 bool PXImage_KRV::Upload() {
-  if (awaits_upload_) awaits_upload_ = !CreateFromFrame(0, frame_->pixels());
+  if (awaits_upload_) awaits_upload_ = !CreateFromFrame(0, frame_->pixels(), PixelLayout::kBgra);
   return !awaits_upload_;
 }
 
@@ -74,10 +74,10 @@ cv::Mat& PXImage_KRV::Download(cv::Mat& matrix) {
 }
 
 std::shared_ptr<PXImage> CreateImageFromFrame(std::shared_ptr<EffectImage> frame,
-                                              const void* pixels) {
+                                              const void* pixels, PixelLayout layout) {
   if (frame == nullptr) return nullptr;
   auto image = MakeForFrame<PXImage_KRV>();
-  return image->Attach(std::move(frame), pixels) ? image : nullptr;
+  return image->Attach(std::move(frame), pixels, layout) ? image : nullptr;
 }
 
 void ReuseImageFromFrame(std::shared_ptr<PXImage>& image, std::shared_ptr<EffectImage> frame,

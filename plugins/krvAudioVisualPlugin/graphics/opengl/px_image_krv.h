@@ -13,7 +13,7 @@ class PXImage_KRV : public PXImage_OpenGL {
   // Wraps `frame` and keeps it; `keep_alive` is kept with it. False when the frame has no texture
   // to offer or none can be made.
   bool Attach(std::shared_ptr<EffectImage> frame, const void* pixels,
-              std::shared_ptr<void> keep_alive = nullptr);
+              PixelLayout layout = PixelLayout::kBgra, std::shared_ptr<void> keep_alive = nullptr);
 
   // Keeps `frame`, which lies in memory, without a texture so far. False for a pixel type that no
   // texture can hold.
@@ -25,7 +25,7 @@ class PXImage_KRV : public PXImage_OpenGL {
   cv::Mat& Download(cv::Mat& matrix) override;
 
  private:
-  bool CreateFromFrame(uint32_t texture_name, const void* pixels);
+  bool CreateFromFrame(uint32_t texture_name, const void* pixels, PixelLayout layout);
 
   bool awaits_upload_ = false;
   std::shared_ptr<EffectImage> frame_;
