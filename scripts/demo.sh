@@ -8,22 +8,24 @@ input=${1:+$(realpath -- "$1")}
 cd "$root"
 
 scripts/setup.sh
-scripts/build.sh linux krv krvAudioVisualPlugin krvAiFilterPlugin packages krv_demo_clip
+scripts/build.sh linux krv krvAudioVisualPlugin krvAiFilterPlugin packages
 out=build/demo
 mkdir -p "$out"
-if [ -z "$input" ]; then
-  input=$out/clip.mp4
-  [ "$input" -nt build/linux/krv_demo_clip ] || build/linux/krv_demo_clip "$input"
-fi
-name=$(basename -- "${input%.*}")
+clip=${input:-$out/clip.mp4}
+name=$(basename -- "${clip%.*}")
 movie=$out/$name-bars.mp4
 gallery=$out/$name-gallery
-sources=("$input" build/linux/krv build/linux/krvAudioVisualPlugin.krv packages)
+sources=("$clip" build/linux/krv build/linux/krvAudioVisualPlugin.krv packages)
 
 # Whether a file was made after everything that it is made of.
 is_up_to_date() { [ -f "$1" ] && [ -z "$(find "${sources[@]}" -newer "$1" -print -quit)" ]; }
 
-is_up_to_date "$movie" ||
-  build/linux/krv render "$input" --effect audio_visualization_bars -o "$movie"
-is_up_to_date "$gallery/index.html" || build/linux/krv gallery "$input" -o "$gallery"
+if [ ! -f "$clip" ] || ! is_up_to_date "$movie"; then
+  if [ -n "$input" ]; then
+    build/linux/krv render "$input" --effect audio_visualization_bars -o "$movie"
+  else
+    build/linux/krv demo --clip "$clip" -o "$movie" >/dev/null
+  fi
+fi
+is_up_to_date "$gallery/index.html" || build/linux/krv gallery "$clip" -o "$gallery"
 echo "Open $root/$movie and $root/$gallery/index.html"

@@ -1,7 +1,8 @@
-// The program krv: lists, checks, renders and measures audio-visual effects, and validates
+// The program krv: makes, lists, checks, renders and measures audio-visual effects, and validates
 // plug-ins.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdio>
 #include <exception>
 #include <string>
 #include <utility>
@@ -10,9 +11,14 @@
 #include "bench_command.h"
 #include "check_command.h"
 #include "command.h"
+#include "demo_command.h"
+#include "encipher_command.h"
 #include "gallery_command.h"
+#include "help/bash_completion.h"
+#include "help/manual_page.h"
 #include "list_command.h"
 #include "nearest_name.h"
+#include "new_command.h"
 #include "platform/process.h"
 #include "platform/standard_streams.h"
 #include "render_command.h"
@@ -36,19 +42,35 @@ std::string Explain(const CLI::App& app, const CLI::ParseError& error, const std
          (nearest ? "; did you mean \"" + *nearest + "\"?" : "");
 }
 
+// The texts that the build makes of the command line. Whether one of them was asked for.
+bool PrintForBuild(const CLI::App& app, const std::vector<std::string>& arguments) {
+  if (arguments.size() != 1) return false;
+  if (arguments.front() == "--print-manual") {
+    std::fputs(krv::tool::ManualPage(app).c_str(), stdout);
+    return true;
+  }
+  if (arguments.front() != "--print-completion") return false;
+  std::fputs(krv::tool::BashCompletion(app).c_str(), stdout);
+  return true;
+}
+
 int Run(std::vector<std::string> arguments) {
   CLI::App app("Lists, checks and renders audio-visual effects.", "krv");
   app.set_version_flag("--version", "krv " KRV_VERSION);
   app.require_subcommand(1);
   app.allow_windows_style_options(false);  // "/x" is a path on every platform
   Action action;
+  krv::tool::AddDemoCommand(app, &action);
   krv::tool::AddListCommand(app, &action);
+  krv::tool::AddNewCommand(app, &action);
   krv::tool::AddCheckCommand(app, &action);
   krv::tool::AddRenderCommand(app, &action);
   krv::tool::AddGalleryCommand(app, &action);
   krv::tool::AddStudioCommand(app, &action);
+  krv::tool::AddEncipherCommand(app, &action);
   krv::tool::AddValidateCommand(app, &action);
   krv::tool::AddBenchCommand(app, &action);
+  if (PrintForBuild(app, arguments)) return krv::tool::kExitOk;
   const std::string first = arguments.empty() ? std::string() : arguments.front();
   std::reverse(arguments.begin(), arguments.end());  // the order that parse expects
   try {

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <vector>
 
+#include "json_places.h"
 #include "parameter_text.h"
 #include "platform/file_system.h"
 #include "utf8_path.h"
@@ -14,90 +15,8 @@ namespace krv::studio {
 namespace {
 
 using nlohmann::json;
-
-constexpr std::string_view kSpace = " \t\r\n";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-// Where a value stands in the text.
-struct Span {
-  size_t begin = 0;
-  size_t end = 0;
-};
-
-// Finds values in a text that is known to be JSON.
-class Places {
- public:
-  explicit Places(std::string_view text) : text_(text) {}
-
-  std::string_view Text(Span span) const { return text_.substr(span.begin, span.end - span.begin); }
-
-  Span Whole() const {
-    const size_t start = text_.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
-    return ValueAt(SkipSpace(start));
-  }
-
-  // The value of the object's last member of that name, as parsers take it.
-  std::optional<Span> Member(Span object, std::string_view name) const {
-    std::optional<Span> found;
-    if (text_[object.begin] != '{') return found;
-    size_t at = SkipSpace(object.begin + 1);
-    while (text_[at] == '"') {
-      const Span key = ValueAt(at);
-      const Span value = ValueAt(SkipSpace(SkipSpace(key.end) + 1));
-      if (json::parse(Text(key)).get<std::string>() == name) found = value;
-      at = Next(value);
-    }
-    return found;
-  }
-
-  std::vector<Span> Elements(Span array) const {
-    std::vector<Span> elements;
-    if (text_[array.begin] != '[') return elements;
-    size_t at = SkipSpace(array.begin + 1);
-    while (at + 1 < array.end) {
-      elements.push_back(ValueAt(at));
-      at = Next(elements.back());
-    }
-    return elements;
-  }
-
- private:
-  size_t SkipSpace(size_t at) const {
-    return std::min(text_.find_first_not_of(kSpace, at), text_.size());
-  }
-
-  // Where the next member or element begins, or the bracket behind the last one stands.
-  size_t Next(Span value) const {
-    const size_t at = SkipSpace(value.end);
-    return text_[at] == ',' ? SkipSpace(at + 1) : at;
-  }
-
-  size_t SkipString(size_t at) const {
-    for (++at; text_[at] != '"'; ++at) {
-      if (text_[at] == '\\') ++at;
-    }
-    return at + 1;
-  }
-
-  Span ValueAt(size_t begin) const {
-    const char first = text_[begin];
-    if (first == '"') return {begin, SkipString(begin)};
-    if (first != '{' && first != '[') {
-      return {begin, std::min(text_.find_first_of(" \t\r\n,]}", begin), text_.size())};
-    }
-    int depth = 0;
-    size_t at = begin;
-    do {
-      const char c = text_[at];
-      if (c == '{' || c == '[') ++depth;
-      if (c == '}' || c == ']') --depth;
-      at = c == '"' ? SkipString(at) : at + 1;
-    } while (depth > 0);
-    return {begin, at};
-  }
-
-  std::string_view text_;
-};
+using tool::JsonPlaces;
+using Span = JsonPlaces::Span;
 
 std::string NumberLike(std::string_view old, std::string number) {
   const bool had_fraction = old.find('.') != std::string_view::npos;
@@ -122,7 +41,7 @@ std::string JsonText(const host::HostValue& value, std::string_view old) {
 }
 
 // Where each parameter's default stands; of parameters of one name the last one's.
-std::map<std::string, Span, std::less<>> DefaultsOf(const Places& places) {
+std::map<std::string, Span, std::less<>> DefaultsOf(const JsonPlaces& places) {
   std::map<std::string, Span, std::less<>> defaults;
   const auto params = places.Member(places.Whole(), "params");
   if (!params) return defaults;
@@ -144,7 +63,7 @@ std::optional<std::string> ReplaceDefaults(std::string_view text, const ValuesBy
     *error = "the description is not valid JSON";
     return std::nullopt;
   }
-  const Places places(text);
+  const JsonPlaces places(text);
   const auto defaults = DefaultsOf(places);
   std::vector<std::pair<Span, std::string>> changes;
   for (const auto& [name, value] : values) {

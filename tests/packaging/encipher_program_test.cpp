@@ -1,0 +1,94 @@
+// `krv encipher`, as an author uses it.
+#include <nlohmann/json.hpp>
+
+#include "packaging/packaging_fixture.h"
+#include "support/file_system.h"
+
+namespace krv::host {
+namespace {
+
+using nlohmann::json;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr char kVertex[] =
+    "#version 120\nattribute vec3 position;\nvarying vec2 at;\n"
+    "void main() { at = position.xy; gl_Position = vec4(2.0 * position.xy - 1.0, 0.0, 1.0); }\n";
+constexpr char kFigure[] =
+    "#version 120\nvarying vec2 at;\nvoid main() { gl_FragColor = vec4(at, 0.5, 0.9); }\n";
+constexpr char kBlend[] =
+    "#version 120\nuniform sampler2D effect_tex;\nuniform sampler2D background_tex;\n"
+    "uniform vec2 iResolution;\n"
+    "void main() {\n  vec2 at = gl_FragCoord.xy / iResolution;\n"
+    "  gl_FragColor = 0.5 * (texture2D(effect_tex, at) + texture2D(background_tex, at));\n}\n";
+
+class EncipherProgram : public PackagingTest {
+ protected:
+  void SetUp() override {
+    PackagingTest::SetUp();
+    WritePackage("mine", "fx.mine", kFigure,
+                 "\"opengl_vert\": [\"parts\\\\cover.vert\"],\n\"blend_script\": \"mix.frag\",\n"
+                 "\"params\": []");
+    WriteFile(Path("mine/parts/cover.vert"), kVertex);
+    WriteFile(Path("mine/mix.frag"), kBlend);
+    WriteFile(Path("mine/remarks.txt"), "as it is");
+  }
+};
+
+TEST_F(EncipherProgram, TheCopyRendersTheSamePicture) {
+  RunWell("encipher " + Argument("mine") + " --output " + Argument("out"));
+  const Picture original = RenderFrame(Path("mine"), "fx.mine", "original");
+  EXPECT_TRUE(SamePicture(original, RenderFrame(Path("out"), "fx.mine", "copy")));
+  WritePackage("nothing", "fx.nothing", "void main() { gl_FragColor = vec4(0.0); }");
+  EXPECT_FALSE(SamePicture(original, RenderFrame(Path("nothing"), "fx.nothing", "plain")));
+  RunWell("check " + Argument("out"));
+}
+
+TEST_F(EncipherProgram, EveryShaderFileIsUnreadable) {
+  RunWell("encipher " + Argument("mine") + " -o " + Argument("out"));
+  for (const char* file : {"a.frag", "mix.frag", "parts/cover.vert"}) {
+    const std::string contents = ReadFile(Path(std::string("out/") + file));
+    EXPECT_THAT(contents, StartsWith("KRVE")) << file;
+    EXPECT_THAT(contents, Not(HasSubstr("main"))) << file;
+  }
+  EXPECT_EQ(ReadFile(Path("out/remarks.txt")), "as it is");
+  EXPECT_EQ(ReadFile(Path("mine/a.frag")), kFigure) << "the original stays";
+  json copy = json::parse(ReadFile(Path("out/description.json")));
+  EXPECT_EQ(copy["ENCRYPT"], "1");
+  copy.erase("ENCRYPT");
+  EXPECT_EQ(copy, json::parse(ReadFile(Path("mine/description.json"))));
+}
+
+TEST_F(EncipherProgram, TheCopyLiesBesideTheOriginalByDefault) {
+  RunWell("encipher " + Argument("mine/"));
+  EXPECT_THAT(ReadFile(Path("mine-enciphered/a.frag")), StartsWith("KRVE"));
+}
+
+TEST_F(EncipherProgram, ADescriptionThatSaysNoIsChanged) {
+  WritePackage("plain", "fx.plain", "x", R"("ENCRYPT": "0", "params": [])");
+  RunWell("encipher " + Argument("plain"));
+  EXPECT_EQ(json::parse(ReadFile(Path("plain-enciphered/description.json")))["ENCRYPT"], "1");
+}
+
+TEST_F(EncipherProgram, WhatCannotBeEncipheredIsRefusedWithoutATrace) {
+  ExpectRefused("encipher \"" KRV_PACKAGES "/bars\" -o " + Argument("out"),
+                "has no shader file of its own");
+  ExpectRefused("encipher " + Argument("missing") + " -o " + Argument("out"), "no such package");
+  ExpectRefused("encipher " + Argument("mine/parts") + " -o " + Argument("out"),
+                "there is no such file");
+  ExpectRefused("encipher " + Argument("mine") + " -o " + Argument("mine/out"), "lies in");
+  EXPECT_FALSE(std::filesystem::exists(Path("mine/out")));
+  std::filesystem::remove(Path("mine/mix.frag"));
+  ExpectRefused("encipher " + Argument("mine") + " -o " + Argument("out"), "mix.frag");
+  EXPECT_FALSE(std::filesystem::exists(Path("out")));
+}
+
+TEST_F(EncipherProgram, NothingIsEncipheredTwiceOrWrittenOver) {
+  RunWell("encipher " + Argument("mine"));
+  ExpectRefused("encipher " + Argument("mine"), "exists already");
+  ExpectRefused("encipher " + Argument("mine-enciphered"), "is enciphered already");
+}
+
+}  // namespace
+}  // namespace krv::host
