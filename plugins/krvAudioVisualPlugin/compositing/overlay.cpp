@@ -21,19 +21,26 @@ size_t PixelBytes(PixelType type) {
   return 4;
 }
 
-// Exchanges red and blue of some texels. Whether any of them has alpha. Written for little-endian
+struct AlphaFound {
+  bool any;
+  bool full;
+};
+
+// Exchanges red and blue of some texels; what alpha there is among them. Written for little-endian
 // machines, so that compilers make vector code of it.
 static_assert(std::endian::native == std::endian::little);
-bool SwapChannels(uint8_t* texels, int32_t count) {
+AlphaFound SwapChannels(uint8_t* texels, int32_t count) {
   uint32_t all = 0;
+  uint32_t full = 0;
   for (int32_t i = 0; i < count; ++i) {
     uint32_t texel = 0;
     std::memcpy(&texel, texels + 4 * ptrdiff_t{i}, sizeof(texel));
     all |= texel;
+    full |= (texel >> 24) + 1;  // 256 for full alpha
     texel = (texel & 0xFF00FF00U) | ((texel >> 16) & 0xFFU) | ((texel & 0xFFU) << 16);
     std::memcpy(texels + 4 * ptrdiff_t{i}, &texel, sizeof(texel));
   }
-  return (all >> 24) != 0;
+  return {(all >> 24) != 0, full > 0xFF};
 }
 
 void CopyPixels(const std::byte* input, std::byte* output, size_t pixel_bytes, PixelSpan pixels) {
@@ -88,10 +95,13 @@ void Overlay::Resize(int32_t effect_width, int32_t effect_height, int32_t frame_
 void Overlay::PrepareEffect() {
   uint8_t* texels = effect_.data();
   auto touched = touched_.begin();
+  has_full_alpha_ = false;
   for (int32_t row = 0; row < effect_height_; ++row) {
     for (int32_t left = effect_width_; left > 0; left -= kBlock) {
       const int32_t count = std::min(left, kBlock);
-      *touched++ = SwapChannels(texels, count) ? 1 : 0;
+      const AlphaFound alpha = SwapChannels(texels, count);
+      *touched++ = alpha.any ? 1 : 0;
+      has_full_alpha_ = has_full_alpha_ || alpha.full;
       texels += 4 * ptrdiff_t{count};
     }
   }
@@ -150,7 +160,7 @@ void Overlay::LayOver(const OverlayFrames& frames, bool blend) {
                  columns_[static_cast<size_t>(span.end) - 1].lower + 2});
       if (blend) {
         CopyPixels(input, output, pixel_bytes, {copied, span.begin});
-        BlendSpan(layers, span);
+        BlendSpan(layers, span, has_full_alpha_);
       } else {
         WriteSpan(layers, span);
       }

@@ -58,6 +58,7 @@ class Overlay {
   std::vector<int16_t> column_weights_;  // four equal ones per pixel, 1/32768
   std::vector<PixelSpan> block_spans_;   // by block of a row of the effect: the pixels it reaches
   std::vector<uint8_t> touched_;         // by row and block of the effect: not all transparent
+  bool has_full_alpha_ = false;          // somewhere in the effect
   std::vector<PixelSpan> spans_;         // pixels of the row at hand that the effect touches
   std::vector<uint16_t> fixed_row_;      // a row between two rows of the effect
   std::vector<float> float_row_;         // the same

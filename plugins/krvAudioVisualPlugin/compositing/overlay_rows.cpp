@@ -52,12 +52,21 @@ v_int16x8 EffectAt(const RowLayers& layers, int32_t pixel) {
               cv::v_load(layers.column_weights + 4 * ptrdiff_t{pixel}));
 }
 
-// Full alpha adds, less alpha mixes. The weight of an alpha below 255 is that many 32767ths.
+// What becomes of the effect's pixels.
+enum class Mode {
+  kWrite,     // they are written
+  kMix,       // they are mixed in by their alpha, which is not full
+  kMixOrAdd,  // likewise, but full alpha adds
+};
+
+// The weight of an alpha below 255 is that many 32767ths.
+template <Mode kMode>
 v_int16x8 Blend(const v_int16x8& effect, const v_int16x8& below) {
-  const v_int16x8 opaque = cv::v_setall_s16(kFixedOpaque);
   const v_int16x8 alpha = SpreadAlpha(effect);
   const v_int16x8 weight = v_add_wrap(v_add_wrap(alpha, alpha), alpha >> 7);
   const v_int16x8 mixed = Lerp(below, effect, weight);
+  if constexpr (kMode == Mode::kMix) return mixed;
+  const v_int16x8 opaque = cv::v_setall_s16(kFixedOpaque);
   const v_int16x8 added = cv::v_min(v_add_wrap(below, effect), opaque);
   return v_select(alpha == opaque, added, mixed);
 }
@@ -79,7 +88,7 @@ v_int16x8 LoadFixed(const uint8_t* pixels) {
 }
 
 // One pixel of an 8-bit row, for the ends that do not fill a vector.
-template <bool kBlend>
+template <Mode kMode>
 void FixedPixel(const RowLayers& layers, int32_t pixel) {
   const SamplingTap& tap = layers.columns[pixel];
   const uint16_t* texels = layers.fixed_effect + 4 * ptrdiff_t{tap.lower};
@@ -90,12 +99,12 @@ void FixedPixel(const RowLayers& layers, int32_t pixel) {
   for (int channel = 0; channel < 4; ++channel) {
     const ptrdiff_t at = 4 * ptrdiff_t{pixel} + channel;
     int32_t value = LerpOne(texels[channel], texels[channel + 4], weight);
-    if constexpr (kBlend) value = BlendOne(value, input[at] * kFixedStep, alpha);
+    if constexpr (kMode != Mode::kWrite) value = BlendOne(value, input[at] * kFixedStep, alpha);
     output[at] = static_cast<uint8_t>((value + kRounding) >> kFixedBits);
   }
 }
 
-template <bool kBlend>
+template <Mode kMode>
 void FixedSpan(const RowLayers& layers, PixelSpan pixels) {
   const auto* input = static_cast<const uint8_t*>(layers.input);
   auto* output = static_cast<uint8_t*>(layers.output);
@@ -104,13 +113,13 @@ void FixedSpan(const RowLayers& layers, PixelSpan pixels) {
     const ptrdiff_t at = 4 * ptrdiff_t{pixel};
     v_int16x8 first = EffectAt(layers, pixel);
     v_int16x8 second = EffectAt(layers, pixel + 2);
-    if constexpr (kBlend) {
-      first = Blend(first, LoadFixed(input + at));
-      second = Blend(second, LoadFixed(input + at + 8));
+    if constexpr (kMode != Mode::kWrite) {
+      first = Blend<kMode>(first, LoadFixed(input + at));
+      second = Blend<kMode>(second, LoadFixed(input + at + 8));
     }
     cv::v_store(output + at, v_pack_u(Rounded(first), Rounded(second)));
   }
-  for (; pixel < pixels.end; ++pixel) FixedPixel<kBlend>(layers, pixel);
+  for (; pixel < pixels.end; ++pixel) FixedPixel<kMode>(layers, pixel);
 }
 
 // How the other types are read and written. Values are steps of 8 bits times kScale.
@@ -147,7 +156,7 @@ struct Floats {
   }
 };
 
-template <class Type, bool kBlend>
+template <class Type, Mode kMode>
 void FloatSpan(const RowLayers& layers, PixelSpan pixels) {
   constexpr ptrdiff_t kPixelBytes = 4 * sizeof(typename Type::Channel);
   const auto* input = static_cast<const uint8_t*>(layers.input);
@@ -161,7 +170,7 @@ void FloatSpan(const RowLayers& layers, PixelSpan pixels) {
     const v_float32x4 way = cv::v_load(texels + 4) - lower;
     const v_float32x4 steps = lower + way * cv::v_setall_f32(tap.weight);
     v_float32x4 value = steps * scale;
-    if constexpr (kBlend) {
+    if constexpr (kMode != Mode::kWrite) {
       const v_float32x4 below = Type::Load(input + pixel * kPixelBytes);
       const float alpha = cv::v_broadcast_element<3>(steps).get0();
       if (alpha >= 255.0F) {
@@ -175,15 +184,15 @@ void FloatSpan(const RowLayers& layers, PixelSpan pixels) {
   }
 }
 
-template <bool kBlend>
+template <Mode kMode>
 void Span(const RowLayers& layers, PixelSpan pixels) {
   switch (layers.type) {
     case kPixel8:
-      return FixedSpan<kBlend>(layers, pixels);
+      return FixedSpan<kMode>(layers, pixels);
     case kPixel16:
-      return FloatSpan<SixteenBits, kBlend>(layers, pixels);
+      return FloatSpan<SixteenBits, kMode>(layers, pixels);
     case kPixelFloat:
-      return FloatSpan<Floats, kBlend>(layers, pixels);
+      return FloatSpan<Floats, kMode>(layers, pixels);
   }
 }
 
@@ -216,8 +225,14 @@ void SampleFloatRow(const uint8_t* lower, const uint8_t* upper, float weight, Pi
   }
 }
 
-void BlendSpan(const RowLayers& layers, PixelSpan pixels) { Span<true>(layers, pixels); }
+void BlendSpan(const RowLayers& layers, PixelSpan pixels, bool has_full_alpha) {
+  if (has_full_alpha) {
+    Span<Mode::kMixOrAdd>(layers, pixels);
+  } else {
+    Span<Mode::kMix>(layers, pixels);
+  }
+}
 
-void WriteSpan(const RowLayers& layers, PixelSpan pixels) { Span<false>(layers, pixels); }
+void WriteSpan(const RowLayers& layers, PixelSpan pixels) { Span<Mode::kWrite>(layers, pixels); }
 
 }  // namespace krv

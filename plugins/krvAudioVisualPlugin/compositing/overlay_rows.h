@@ -39,8 +39,9 @@ struct RowLayers {
 };
 
 // Blends the effect over the input, or writes the effect alone. See Overlay::LayOver. 8-bit results
-// differ by less than 0.6 of a step from exact arithmetic.
-void BlendSpan(const RowLayers& layers, PixelSpan pixels);
+// differ by less than 0.6 of a step from exact arithmetic. `has_full_alpha` may be false only where
+// no texel has: that is faster.
+void BlendSpan(const RowLayers& layers, PixelSpan pixels, bool has_full_alpha);
 void WriteSpan(const RowLayers& layers, PixelSpan pixels);
 
 }  // namespace krv
