@@ -1,35 +1,17 @@
 #include "keyframes/gradient_stops.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
 
 #include "keyframes/mixing.h"
 #include "parameter_text.h"
+#include "text_pieces.h"
 
 namespace krv::tool {
 namespace {
 
-// The part in front of the separator, or everything; `rest` keeps what follows.
-std::string_view TakeUntil(char separator, std::string_view* rest) {
-  const size_t at = rest->find(separator);
-  const std::string_view taken = rest->substr(0, at);
-  *rest = at == std::string_view::npos ? std::string_view() : rest->substr(at + 1);
-  return taken;
-}
-
-template <class Number>
-std::optional<Number> Parse(std::string_view text) {
-  Number number{};
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || rest != end) return std::nullopt;
-  return number;
-}
-
 std::optional<GradientStop> ParseStop(std::string_view text) {
-  const auto colour = Parse<uint32_t>(TakeUntil(',', &text));
-  const auto position = Parse<float>(text);
+  const auto colour = ParseNumber<uint32_t>(TakeUntil(',', &text));
+  const auto position = ParseNumber<float>(text);
   if (!colour || *colour > 0xFFFFFF) return std::nullopt;
   if (!position || !(*position >= 0 && *position <= 100)) return std::nullopt;
   return GradientStop{*colour, *position};
@@ -96,7 +78,7 @@ void AlignStops(GradientStops* one, GradientStops* other) {
 }  // namespace
 
 std::optional<GradientStops> ParseGradientStops(std::string_view text) {
-  const auto count = Parse<size_t>(TakeUntil(',', &text));
+  const auto count = ParseNumber<size_t>(TakeUntil(',', &text));
   if (!count || *count < kFewestStops || *count > kMostStops) return std::nullopt;
   GradientStops stops;
   while (!text.empty()) {
