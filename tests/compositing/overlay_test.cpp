@@ -147,9 +147,10 @@ double Blended(PixelType type, double below, const Sample& effect, size_t channe
 
 // Blocks without any alpha, blocks of full alpha and noise, side by side.
 void FillEffect(Overlay* overlay, Size size, std::mt19937* random) {
+  uint8_t* effect = overlay->StartEffect(0, size.height);
   for (int y = 0; y < size.height; ++y) {
     for (int x = 0; x < size.width; ++x) {
-      uint8_t* texel = overlay->effect() + 4 * (y * size.width + x);
+      uint8_t* texel = effect + 4 * (y * size.width + x);
       for (int c = 0; c < 4; ++c) texel[c] = static_cast<uint8_t>((*random)());
       const int block = (x / 20 + y / 20) % 4;
       if (block == 0) texel[3] = 0;
@@ -164,12 +165,14 @@ class Overlays : public testing::TestWithParam<Case> {
     overlay_.Resize(Param().effect.width, Param().effect.height, Param().frame.width,
                     Param().frame.height);
     FillEffect(&overlay_, Param().effect, &random_);
-    effect_.assign(overlay_.effect(),
-                   overlay_.effect() + ptrdiff_t{4} * Param().effect.width * Param().effect.height);
+    const uint8_t* effect = Effect();
+    effect_.assign(effect, effect + ptrdiff_t{4} * Param().effect.width * Param().effect.height);
     input_.FillRandomly(&random_);
   }
 
   const Case& Param() const { return GetParam(); }
+
+  uint8_t* Effect() { return overlay_.StartEffect(0, Param().effect.height); }
 
   // How far a result may be from the exact one.
   double Tolerance() const {
@@ -230,7 +233,7 @@ TEST_P(Overlays, WriteTheEffectAlone) {
 
 TEST_P(Overlays, LeaveTheInputExactlyWhereTheEffectIsTransparent) {
   std::memset(
-      overlay_.effect(), 0,
+      Effect(), 0,
       static_cast<size_t>(Param().effect.width) * static_cast<size_t>(Param().effect.height) * 4);
   Frame output = NewFrame();
   overlay_.LayOver({Param().type, input_.data(), input_.stride(), output.data(), output.stride()},
@@ -257,7 +260,7 @@ TEST(Overlay, AddsOnlyWhereEveryTexelThatTakesPartIsOpaque) {
   Overlay overlay;
   overlay.Resize(2, 1, 4, 1);
   const std::array<uint8_t, 8> effect = {10, 20, 30, 255, 10, 20, 30, 254};
-  std::copy(effect.begin(), effect.end(), overlay.effect());
+  std::copy(effect.begin(), effect.end(), overlay.StartEffect(0, 1));
   std::array<uint8_t, 16> frame{};
   frame.fill(100);
   overlay.LayOver({kPixel8, frame.data(), 16, frame.data(), 16}, true);
@@ -269,8 +272,9 @@ TEST(Overlay, AddsOnlyWhereEveryTexelThatTakesPartIsOpaque) {
 TEST(Overlay, KeepsWhatIsNoNumberInFloatFramesWhereTheEffectIsTransparent) {
   Overlay overlay;
   overlay.Resize(40, 1, 80, 1);
-  std::fill_n(overlay.effect(), 160, uint8_t{0});
-  overlay.effect()[3] = 128;
+  uint8_t* effect = overlay.StartEffect(0, 1);
+  std::fill_n(effect, 160, uint8_t{0});
+  effect[3] = 128;
   std::array<float, 320> frame{};
   frame[300] = std::numeric_limits<float>::infinity();
   frame[301] = std::numeric_limits<float>::quiet_NaN();
@@ -280,11 +284,53 @@ TEST(Overlay, KeepsWhatIsNoNumberInFloatFramesWhereTheEffectIsTransparent) {
   EXPECT_GT(frame[3], 0);
 }
 
+// Frames of 20 rows with an effect of 10.
+class OverlayRows : public testing::Test {
+ protected:
+  static constexpr int kWidth = 40;
+
+  OverlayRows() { overlay_.Resize(kWidth / 2, 10, kWidth, 20); }
+
+  // The rows of the frame that differ from the input when these rows of the effect are opaque.
+  std::vector<int> ChangedRows(int first_row, int row_count) {
+    uint8_t* effect = overlay_.StartEffect(first_row, row_count);
+    std::fill_n(effect + ptrdiff_t{first_row} * kWidth * 2, row_count * kWidth * 2, uint8_t{200});
+    std::vector<uint8_t> frame(size_t{kWidth} * 80, 7);
+    overlay_.LayOver({kPixel8, frame.data(), kWidth * 4, frame.data(), kWidth * 4}, true);
+    std::vector<int> changed;
+    for (int row = 0; row < 20; ++row) {
+      const auto begin = frame.begin() + ptrdiff_t{row} * kWidth * 4;
+      if (std::any_of(begin, begin + ptrdiff_t{kWidth} * 4, [](uint8_t v) { return v != 7; })) {
+        changed.push_back(row);
+      }
+    }
+    return changed;
+  }
+
+  Overlay overlay_;
+};
+
+TEST_F(OverlayRows, TheOtherRowsAreTransparent) {
+  EXPECT_EQ(ChangedRows(3, 2), (std::vector<int>{5, 6, 7, 8, 9, 10}));
+}
+
+TEST_F(OverlayRows, NothingIsLeftOfTheRowsBefore) {
+  ChangedRows(0, 10);
+  EXPECT_EQ(ChangedRows(3, 2), (std::vector<int>{5, 6, 7, 8, 9, 10}));
+  EXPECT_EQ(ChangedRows(8, 1), (std::vector<int>{15, 16, 17, 18}));
+  EXPECT_EQ(ChangedRows(0, 1), (std::vector<int>{0, 1, 2}));
+}
+
+TEST_F(OverlayRows, NoRowAtAllLeavesTheFrame) {
+  ChangedRows(0, 10);
+  EXPECT_EQ(ChangedRows(0, 0), std::vector<int>{});
+}
+
 TEST(Overlay, TakesOneSizeAfterTheOther) {
   Overlay overlay;
   for (const int width : {64, 16, 200}) {
     overlay.Resize(width / 2, 4, width, 8);
-    std::fill_n(overlay.effect(), width / 2 * 16, uint8_t{255});
+    std::fill_n(overlay.StartEffect(0, 4), width / 2 * 16, uint8_t{255});
     std::vector<uint8_t> frame(static_cast<size_t>(width) * 32, 7);
     overlay.LayOver({kPixel8, frame.data(), width * 4, frame.data(), width * 4}, false);
     EXPECT_EQ(std::count(frame.begin(), frame.end(), 255), width * 32);

@@ -95,27 +95,33 @@ class CompositorTest : public EffectTest {
  protected:
   // The largest difference between the two pictures of a package, as a share of full scale.
   double Difference(const Package& package, const FrameShape& shape) {
+    const Instance on_cpu = host_.Make(package);
+    const Instance on_gpu = host_.Make(LeftToTheGpu(package));
+    return Difference(*on_cpu, *on_gpu, shape);
+  }
+
+  // The same of the next frames of two instances of it.
+  double Difference(KRVEffect& on_cpu, KRVEffect& on_gpu, const FrameShape& shape) {
     host::MemoryFrame input = NewFrame(shape);
     FillRandomly(input, shape);
-    host::MemoryFrame on_cpu = NewFrame(shape);
-    host::MemoryFrame on_gpu = NewFrame(shape);
+    host::MemoryFrame cpu_output = NewFrame(shape);
+    host::MemoryFrame gpu_output = NewFrame(shape);
     context_.input = &input;
     context_.audio = &noise_.block;
     context_.person_mask = &person_;
     context_.index = 40;
-    Render(package, &on_cpu);
-    Render(LeftToTheGpu(package), &on_gpu);
-    return LargestDifference(on_cpu, on_gpu, shape);
+    Render(on_cpu, &cpu_output);
+    Render(on_gpu, &gpu_output);
+    return LargestDifference(cpu_output, gpu_output, shape);
   }
 
   FallingNoise noise_;
   TestMask person_{64, 36, {24, 6, 16, 30}};
 
  private:
-  void Render(const Package& package, host::MemoryFrame* output) {
+  void Render(KRVEffect& effect, host::MemoryFrame* output) {
     context_.output = output;
-    const Instance effect = host_.Make(package);
-    EXPECT_EQ(ProcessFrame(*effect, context_), kOk);
+    EXPECT_EQ(ProcessFrame(effect, context_), kOk);
   }
 };
 
@@ -168,6 +174,19 @@ TEST_F(CompositorTest, AgreeWhereverAFlatFigureIsPut) {
       context_.answers = places[i];
       EXPECT_LE(Difference(package, {640, 400, kPixel8, 0}), 1.001 * kStep) << folder << " " << i;
     }
+  }
+}
+
+// Nor may anything be left of the frame before.
+TEST_F(CompositorTest, AgreeFrameAfterFrameAsAFlatFigureMoves) {
+  Package package = ShippedPackage("bars");
+  package.description["quality"] = "low";
+  const Instance on_cpu = host_.Make(package);
+  const Instance on_gpu = host_.Make(LeftToTheGpu(package));
+  for (const auto& [place, scale] : {std::pair{50.0F, 1.0F}, std::pair{85.0F, 0.3F},
+                                     std::pair{20.0F, 0.2F}, std::pair{300.0F, 0.2F}}) {
+    context_.answers = {{"position_y", Float(place)}, {"scale_y", Float(scale)}};
+    EXPECT_LE(Difference(*on_cpu, *on_gpu, {640, 400, kPixel8, 0}), 1.001 * kStep) << place;
   }
 }
 

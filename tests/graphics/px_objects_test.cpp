@@ -231,5 +231,23 @@ TEST_F(PxObjectsTest, ReadTextureWithoutADestinationIsRefused) {
   EXPECT_FALSE(ReadTexture(*MakeTarget(2, 2), nullptr, 8));
 }
 
+TEST_F(PxObjectsTest, ReadTextureRowsReadsTheRowsToTheirPlaceAlone) {
+  std::array<uint8_t, 32> pixels{};
+  for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = static_cast<uint8_t>(i);
+  const auto image = CreateImage(2, 4, PixelLayout::kRgba, DataType::kUint8, 8, pixels.data());
+  std::array<uint8_t, 32> picture{};
+  picture.fill(99);
+  ASSERT_TRUE(ReadTextureRows(*image, {1, 2}, picture.data()));
+  EXPECT_TRUE(std::equal(picture.begin() + 8, picture.begin() + 24, pixels.begin() + 8));
+  EXPECT_EQ(std::count(picture.begin(), picture.end(), 99), 16);
+}
+
+TEST_F(PxObjectsTest, ReadTextureRowsOfNoRowsReadsNothing) {
+  std::array<uint8_t, 16> picture{};
+  picture.fill(99);
+  EXPECT_TRUE(ReadTextureRows(*MakeTarget(2, 2), {0, 0}, picture.data()));
+  EXPECT_EQ(std::count(picture.begin(), picture.end(), 99), 16);
+}
+
 }  // namespace
 }  // namespace krv::test

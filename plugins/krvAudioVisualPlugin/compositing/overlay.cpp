@@ -84,19 +84,41 @@ void Overlay::Resize(int32_t effect_width, int32_t effect_height, int32_t frame_
   if (effect_height != effect_height_ || frame_height != frame_height_) {
     rows_ = SamplingTaps(frame_height, effect_height);
   }
+  if (effect_width != effect_width_ || effect_height != effect_height_) {
+    effect_.assign(static_cast<size_t>(effect_width) * static_cast<size_t>(effect_height) * 4, 0);
+    touched_.assign(block_spans_.size() * static_cast<size_t>(effect_height), 0);
+    first_row_ = end_row_ = 0;
+  }
   effect_width_ = effect_width;
   effect_height_ = effect_height;
   frame_width_ = frame_width;
   frame_height_ = frame_height;
-  effect_.resize(static_cast<size_t>(effect_width) * static_cast<size_t>(effect_height) * 4);
-  touched_.resize(block_spans_.size() * static_cast<size_t>(effect_height));
+}
+
+uint8_t* Overlay::StartEffect(int32_t first_row, int32_t row_count) {
+  const int32_t end_row = first_row + row_count;
+  ClearRows(first_row_, std::min(end_row_, first_row));
+  ClearRows(std::max(first_row_, end_row), end_row_);
+  first_row_ = first_row;
+  end_row_ = end_row;
+  return effect_.data();
+}
+
+void Overlay::ClearRows(int32_t begin, int32_t end) {
+  if (begin >= end) return;
+  const auto clear = [begin, end](std::vector<uint8_t>& rows, size_t row_size) {
+    std::fill(rows.begin() + static_cast<ptrdiff_t>(row_size) * begin,
+              rows.begin() + static_cast<ptrdiff_t>(row_size) * end, uint8_t{0});
+  };
+  clear(effect_, static_cast<size_t>(effect_width_) * 4);
+  clear(touched_, block_spans_.size());
 }
 
 void Overlay::PrepareEffect() {
-  uint8_t* texels = effect_.data();
-  auto touched = touched_.begin();
+  uint8_t* texels = effect_.data() + ptrdiff_t{first_row_} * effect_width_ * 4;
+  uint8_t* touched = touched_.data() + static_cast<size_t>(first_row_) * block_spans_.size();
   has_full_alpha_ = false;
-  for (int32_t row = 0; row < effect_height_; ++row) {
+  for (int32_t row = first_row_; row < end_row_; ++row) {
     for (int32_t left = effect_width_; left > 0; left -= kBlock) {
       const int32_t count = std::min(left, kBlock);
       const AlphaFound alpha = SwapChannels(texels, count);

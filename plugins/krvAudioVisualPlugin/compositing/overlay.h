@@ -32,9 +32,9 @@ class Overlay {
               int32_t frame_height);
 
   // Where LayOver finds the effect: 8 bits per channel in the order red, green, blue, alpha, rows
-  // without padding. Written anew before each call of LayOver, which changes it. Valid until the
-  // next call of Resize.
-  uint8_t* effect() { return effect_.data(); }
+  // without padding, from row 0 on. The rows named here are written anew before the next call of
+  // LayOver, which changes them; the others are transparent. Valid until the next call of Resize.
+  uint8_t* StartEffect(int32_t first_row, int32_t row_count);
 
   // Writes every pixel of a frame of the size last given; what lies between the rows stays. The
   // effect is sampled linearly. With `blend`, an effect pixel below full alpha is mixed with the
@@ -43,6 +43,7 @@ class Overlay {
   void LayOver(const OverlayFrames& frames, bool blend);
 
  private:
+  void ClearRows(int32_t begin, int32_t end);
   // Brings the effect into the order of the frames, and finds the blocks with alpha.
   void PrepareEffect();
   void FindSpans(const SamplingTap& row, bool blend);
@@ -53,6 +54,8 @@ class Overlay {
   int32_t frame_width_ = 0;
   int32_t frame_height_ = 0;
   std::vector<uint8_t> effect_;
+  int32_t first_row_ = 0;  // of those written
+  int32_t end_row_ = 0;
   std::vector<SamplingTap> columns_;     // one per pixel of a row
   std::vector<SamplingTap> rows_;        // one per row of the frame
   std::vector<int16_t> column_weights_;  // four equal ones per pixel, 1/32768

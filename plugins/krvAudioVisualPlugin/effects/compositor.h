@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "graphics/px_image.h"
 #include "krv/types.h"
 
 namespace krv {
@@ -11,7 +12,6 @@ namespace krv {
 class EffectContext;
 class EffectImage;
 class FrameTimes;
-class PXImage;
 struct ImageList;
 
 // What one frame's effect is laid over with. Borrowed for the call.
@@ -20,6 +20,7 @@ struct Layers {
   std::shared_ptr<EffectImage> output;
   const ImageList& inputs;  // of the passes; the first is the input frame's
   PXImage& effect;
+  RowSpan seen_rows;  // of the effect; the others are without opacity
 };
 
 class Compositor {

@@ -136,6 +136,7 @@ class KRVAudioVisual : public KRVEffect {
   std::string gradient_text_;  // what it was made from
   std::shared_ptr<PXImage> effect_texture_;
   EffectSize effect_size_ = {0, 0};
+  RowSpan seen_rows_ = {0, 0};                 // of the target of the last pass
   std::shared_ptr<PXImage> intermediates_[2];  // results of all passes but the last, in turn
   std::shared_ptr<PXGraphics> graphics_;
   std::unique_ptr<PXGraphicsContext> draw_;

@@ -1,4 +1,5 @@
 // One frame: parameters, inputs, passes, blend, read-back.
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -15,6 +16,22 @@
 #include "krv/effect_context.h"
 
 namespace krv {
+namespace {
+
+// The rows of a target of that height in which a draw can leave something to be seen.
+RowSpan SeenRows(const PXGraphicsContext& draw, uint32_t height) {
+  if (!draw.only_in_regions) return {0, height};
+  int32_t first = static_cast<int32_t>(height);
+  int32_t end = 0;
+  for (const TargetRegion& region : draw.regions) {
+    first = std::min(first, region.y);
+    end = std::max(end, region.y + region.height);
+  }
+  if (first >= end) return {0, 0};
+  return {static_cast<uint32_t>(first), static_cast<uint32_t>(end - first)};
+}
+
+}  // namespace
 
 const EffectTraits& KRVAudioVisual::Traits() {
   if (!traits_) traits_ = ReadTraits(*description_);
@@ -66,7 +83,7 @@ int32_t KRVAudioVisual::RenderAndLayOver(EffectContext& context) {
   }
   const int32_t code = RunPasses(gathered_, *effect_texture_, context);
   if (code != kOk) return code;
-  const Layers layers{input_frame_, output_frame_, gathered_, *effect_texture_};
+  const Layers layers{input_frame_, output_frame_, gathered_, *effect_texture_, seen_rows_};
   return ChooseCompositor().LayOver(layers, context, times_);
 }
 
@@ -117,6 +134,7 @@ int32_t KRVAudioVisual::RunPasses(const ImageList& inputs, PXImage& target,
     PXGraphicsContext& draw = StartDraw();
     draw.program = blend_.program;
     draw.draw_mode = DrawMode::kNone;
+    seen_rows_ = {0, SizeOf(target).height};
     return DrawInto(target);
   }
   if (!PrepareIntermediates(target)) return kFailed;
@@ -167,6 +185,7 @@ int32_t KRVAudioVisual::DrawPass(PassRecord& pass, const ImageList& inputs, PXIm
         &target == effect_texture_.get() && Traits().has_default_blend && Traits().blends;
     pass.folded->Fold(draw, {previous_spectrum_, gradient_, unseen});
   }
+  seen_rows_ = SeenRows(draw, SizeOf(target).height);
   return DrawInto(target);
 }
 

@@ -4,7 +4,6 @@
 
 #include "boundary/effect_image.h"
 #include "effects/frame_times.h"
-#include "graphics/px_image.h"
 #include "krv/effect.h"
 
 namespace krv {
@@ -42,9 +41,11 @@ int32_t MemoryCompositor::LayOver(const Layers& layers, EffectContext& /*context
                                   FrameTimes& times) {
   const ImageSize size = SizeOf(layers.effect);
   const FrameDescription& target = layers.output->description();
-  const auto width = static_cast<int32_t>(size.width);
-  overlay_.Resize(width, static_cast<int32_t>(size.height), target.width, target.height);
-  if (!ReadTexture(layers.effect, overlay_.effect(), width * 4)) return kFailed;
+  overlay_.Resize(static_cast<int32_t>(size.width), static_cast<int32_t>(size.height), target.width,
+                  target.height);
+  uint8_t* effect = overlay_.StartEffect(static_cast<int32_t>(layers.seen_rows.first),
+                                         static_cast<int32_t>(layers.seen_rows.count));
+  if (!ReadTextureRows(layers.effect, layers.seen_rows, effect)) return kFailed;
   times.Mark("read_back");
   overlay_.LayOver({static_cast<PixelType>(target.pixel_type), layers.input->pixels(),
                     layers.input->description().stride, layers.output->pixels(), target.stride},

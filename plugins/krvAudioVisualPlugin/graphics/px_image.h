@@ -89,4 +89,14 @@ bool HoldsFloats(const PXImage& image);
 // when the image wraps a host frame. False on failure; the destination is then untouched.
 bool ReadTexture(const PXImage& image, void* destination, int32_t stride);
 
+// Rows of a picture: `count` of them from `first` on.
+struct RowSpan {
+  uint32_t first;
+  uint32_t count;
+};
+
+// The same for some rows, which the image has, of a whole picture without padding at `picture`;
+// what that holds besides may be read too, or stays.
+bool ReadTextureRows(const PXImage& image, RowSpan rows, uint8_t* picture);
+
 }  // namespace krv

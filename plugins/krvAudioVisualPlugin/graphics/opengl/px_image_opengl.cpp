@@ -5,6 +5,7 @@
 #include <cstring>
 #include <optional>
 
+#include "graphics/opengl/impl/gl_check.h"
 #include "graphics/opengl/px_graphics_opengl.h"
 #include "memory/frame_memory.h"
 
@@ -135,6 +136,14 @@ bool PXImage_OpenGL::ReadPixels(void* destination, int32_t stride) const {
          graphics_->implementation()->ReadPixels(texture_.get(), destination, stride);
 }
 
+bool PXImage_OpenGL::ReadRows(RowSpan rows, uint8_t* picture) const {
+  if (graphics_ == nullptr || texture_ == nullptr) return false;
+  const size_t row_bytes = texture_->RowBytes();
+  // An external implementation reads nothing but whole textures.
+  if (!GL::IsLoaded()) return ReadPixels(picture, static_cast<int32_t>(row_bytes));
+  return texture_->ReadRows(rows.first, rows.count, picture + rows.first * row_bytes);
+}
+
 std::byte* PXImage_OpenGL::PixelBuffer() {
   pixel_buffer_.resize(static_cast<size_t>(height_) * stride_);
   return pixel_buffer_.data();
@@ -203,6 +212,11 @@ bool HoldsFloats(const PXImage& image) {
 bool ReadTexture(const PXImage& image, void* destination, int32_t stride) {
   const auto* opengl = dynamic_cast<const PXImage_OpenGL*>(&image);
   return opengl != nullptr && opengl->ReadPixels(destination, stride);
+}
+
+bool ReadTextureRows(const PXImage& image, RowSpan rows, uint8_t* picture) {
+  const auto* opengl = dynamic_cast<const PXImage_OpenGL*>(&image);
+  return opengl != nullptr && opengl->ReadRows(rows, picture);
 }
 
 }  // namespace krv

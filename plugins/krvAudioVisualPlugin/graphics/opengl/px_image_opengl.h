@@ -29,6 +29,8 @@ class PXImage_OpenGL : public PXImage {
 
   // Reads the texture into `destination`, rows `stride` bytes apart. False on failure.
   bool ReadPixels(void* destination, int32_t stride) const;
+  // See ReadTextureRows.
+  bool ReadRows(RowSpan rows, uint8_t* picture) const;
 
  protected:
   // The buffer for read-back, made on first use: height x stride bytes.

@@ -200,14 +200,24 @@ void Texture::Upload(const void* pixels, uint32_t row_length) const {
   CheckGl();
 }
 
-bool Texture::ReadBack(void* destination, int32_t stride) const {
-  auto& pool = ResourcePool::Instance();
+bool Texture::BindToRead() const {
   glActiveTexture(GL_TEXTURE0);
   CheckGl();
   Bind();
-  bool read = pool.BindFramebuffer(name_) &&
-              glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+  const bool complete = ResourcePool::Instance().BindFramebuffer(name_) &&
+                        glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
   CheckGl();
+  return complete;
+}
+
+void Texture::UnbindAfterReading() const {
+  ResourcePool::Instance().UnbindFramebuffer(name_);
+  glBindTexture(GL_TEXTURE_2D, 0);
+  CheckGl();
+}
+
+bool Texture::ReadBack(void* destination, int32_t stride) const {
+  bool read = BindToRead();
   if (read) {
     const size_t row_bytes = RowBytes();
     const PackBuffer buffer(row_bytes * height_);
@@ -225,9 +235,19 @@ bool Texture::ReadBack(void* destination, int32_t stride) const {
       buffer.Unmap();
     }
   }
-  pool.UnbindFramebuffer(name_);
-  glBindTexture(GL_TEXTURE_2D, 0);
-  CheckGl();
+  UnbindAfterReading();
+  return read;
+}
+
+bool Texture::ReadRows(uint32_t first, uint32_t count, void* destination) const {
+  bool read = BindToRead();
+  if (read) {
+    const ScopedPixelStore store(ScopedPixelStore::Direction::kReadBack, 0);
+    glReadPixels(0, static_cast<GLint>(first), static_cast<GLsizei>(width_),
+                 static_cast<GLsizei>(count), format_, type_, destination);
+    read = CheckGl();
+  }
+  UnbindAfterReading();
   return read;
 }
 

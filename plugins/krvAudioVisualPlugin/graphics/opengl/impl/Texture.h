@@ -66,10 +66,17 @@ class Texture {
   // False when it cannot be read; the destination is then untouched.
   bool ReadBack(void* destination, int32_t stride) const;
 
+  // Copies `count` rows from row `first` on, which the texture has, into `destination`, without
+  // padding, in its own format and type. Reads without a buffer between, as nothing else is done
+  // meanwhile. False when they cannot be read.
+  bool ReadRows(uint32_t first, uint32_t count, void* destination) const;
+
  private:
   static std::shared_ptr<Texture> MakeHandle();
   void Record(uint32_t name, const TextureShape& shape);
   void Release();
+  bool BindToRead() const;
+  void UnbindAfterReading() const;
 
   uint32_t name_ = 0;
   uint32_t target_ = 0;

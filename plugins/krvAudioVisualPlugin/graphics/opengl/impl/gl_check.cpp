@@ -25,8 +25,10 @@ bool CheckGl(const char* file, int line) {
   return false;
 }
 
+bool IsLoaded() { return glad_glFinish != nullptr; }
+
 void Finish() {
-  if (glad_glFinish != nullptr) glFinish();
+  if (IsLoaded()) glFinish();
 }
 
 }  // namespace krv::GL

@@ -7,6 +7,9 @@ namespace krv::GL {
 // of the call when it is set. Work goes on. False when it was set.
 bool CheckGl(const char* file = __builtin_FILE(), int line = __builtin_LINE());
 
+// Whether the plug-in's own entry points are loaded.
+bool IsLoaded();
+
 // Waits for everything asked of the current context.
 void Finish();
 
