@@ -2,6 +2,11 @@
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
+#include <opencv2/core/version.hpp>
+
+extern "C" {
+#include <libavutil/avutil.h>
+}
 
 #include "host_test_files.h"
 #include "support/matches_pattern.h"
@@ -46,12 +51,27 @@ class KrvProgram : public FilesTest {
 TEST_F(KrvProgram, ShowsItsVersionAndItsUsage) {
   const Outcome version = Run("--version");
   EXPECT_EQ(version.code, 0);
-  EXPECT_THAT(version.output, MatchesPattern("krv [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+  EXPECT_THAT(version.output, MatchesPattern("krv [0-9]+\\.[0-9]+\\.[0-9]+\n(.+ +[0-9].*\n)+"));
   const Outcome help = Run("--help");
   EXPECT_EQ(help.code, 0);
   EXPECT_THAT(help.output, HasSubstr("list"));
   EXPECT_THAT(help.output, HasSubstr("check"));
   EXPECT_EQ(Run("check --help").code, 0);
+}
+
+TEST_F(KrvProgram, ShowsTheVersionsOfItsLibraries) {
+  const std::string text = Run("--version").output;
+  for (const char* library :
+       {"FFmpeg", "libavcodec", "libavformat", "libavutil", "libswresample", "libswscale", "OpenCV",
+        "FFTW", "libsodium", "nlohmann JSON", "CLI11"}) {
+    EXPECT_THAT(text, HasPattern("\n" + std::string(library) + " +[0-9]+\\.[0-9]"));
+  }
+  // As they say themselves.
+  const unsigned version = avutil_version();
+  EXPECT_THAT(text, HasPattern("\nlibavutil +" + std::to_string(AV_VERSION_MAJOR(version)) + "." +
+                               std::to_string(AV_VERSION_MINOR(version)) + "." +
+                               std::to_string(AV_VERSION_MICRO(version)) + "\n"));
+  EXPECT_THAT(text, HasPattern("\nOpenCV +" CV_VERSION "\n"));
 }
 
 TEST_F(KrvProgram, BadUsageIsOneLineAndCode2) {

@@ -24,6 +24,7 @@
 #include "render_command.h"
 #include "studio_command.h"
 #include "validate_command.h"
+#include "version_text.h"
 
 namespace {
 
@@ -56,7 +57,8 @@ bool PrintForBuild(const CLI::App& app, const std::vector<std::string>& argument
 
 int Run(std::vector<std::string> arguments) {
   CLI::App app("Lists, checks and renders audio-visual effects.", "krv");
-  app.set_version_flag("--version", "krv " KRV_VERSION);
+  app.set_version_flag("--version", krv::tool::VersionText,
+                       "Shows the version, and those of the libraries");
   app.require_subcommand(1);
   app.allow_windows_style_options(false);  // "/x" is a path on every platform
   Action action;

@@ -1,5 +1,6 @@
 #include "help/manual_page.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "help/option_text.h"
@@ -96,7 +97,9 @@ constexpr char kEnding[] =
 }  // namespace
 
 std::string ManualPage(const CLI::App& app) {
-  std::string page = ".TH KRV 1 \"\" \"" + Escaped(app.version()) + "\" \"User Commands\"\n";
+  std::string version = app.version();
+  version.erase(std::min(version.find('\n'), version.size()));  // without those of the libraries
+  std::string page = ".TH KRV 1 \"\" \"" + Escaped(version) + "\" \"User Commands\"\n";
   page += ".SH NAME\nkrv \\- " + Escaped(Phrase(app.get_description())) + "\n";
   page += ".SH SYNOPSIS\n" + Bold("krv") + " " + Italic("command") + " [" + Italic("options") +
           "] ...\n";
