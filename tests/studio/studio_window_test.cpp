@@ -424,6 +424,16 @@ TEST(StudioCommand, WithoutADisplayItSaysSo) {
   EXPECT_THAT(outcome.error_output, ::testing::HasSubstr("krv: there is no display for a window"));
 }
 
+TEST(StudioCommand, WithoutAPackageItTakesAnEffectThatIsShipped) {
+  const test::Environment no_display = {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}};
+  const auto found =
+      test::RunProgram(KRV_PROGRAM, "studio --packages \"" KRV_PACKAGES "\"", no_display);
+  EXPECT_THAT(found.error_output, ::testing::HasSubstr("krv: there is no display for a window"));
+  const auto lacking =
+      test::RunProgram(KRV_PROGRAM, "studio --packages \"" KRV_PACKAGES "/lines\"", no_display);
+  EXPECT_THAT(lacking.error_output, ::testing::HasSubstr("audio_visualization_bars: there is no"));
+}
+
 TEST_F(StudioInItsWindow, PicturesOfTheGuide) {
   Open(MakeDemoClip(), false);
   hand_->Drag(hand_->At("param/scale_y", 0.2), hand_->At("param/scale_y", 0.29));

@@ -26,7 +26,7 @@ constexpr char kFooter[] =
 
 struct StudioOptions {
   RenderArguments media;
-  std::string package;
+  std::string package = "audio_visualization_bars";
   std::string theme = "dark";
   float scale = 0;
 };
@@ -94,10 +94,9 @@ void AddStudioCommand(CLI::App& app, Action* action) {
   CLI::App* command =
       app.add_subcommand("studio", "Plays a package in a window, to work on it by hand");
   auto options = std::make_shared<StudioOptions>();
-  command
-      ->add_option("PACKAGE", options->package,
-                   "A package's folder, or an effect's unique name; see krv list")
-      ->required();
+  command->add_option("PACKAGE", options->package,
+                      "A package's folder, or an effect's unique name; see krv list (default: "
+                      "audio_visualization_bars)");
   command->add_option("MEDIA", options->media.inputs,
                       "A video with sound, or sound alone (default: the demo clip)");
   command->add_option("--background", options->media.background,
