@@ -29,8 +29,8 @@ std::optional<fs::path> FindPlugin(const fs::path& wish, const fs::path& program
                                    std::string* error) {
   if (wish.empty()) {
     return FirstOf(program_folder / kPluginFileName,
-                   program_folder / ".." / "lib" / "krv" / kPluginFileName, "the plug-in",
-                   "--plugin", error);
+                   program_folder / ".." / "lib" / "krv" / "plugins" / kPluginFileName,
+                   "the plug-in", "--plugin", error);
   }
   if (platform::IsFile(wish)) return wish;
   *error = "--plugin " + Utf8(wish) + ": there is no such file";

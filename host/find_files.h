@@ -20,7 +20,7 @@ struct FoundFiles {
 };
 
 // What the user named, or what lies beside the program (krvAudioVisualPlugin.krv and packages/, as
-// in a build folder), or what is installed (../lib/krv/ and ../share/krv/packages/ from
+// in a build folder), or what is installed (../lib/krv/plugins/ and ../share/krv/packages/ from
 // `program_folder`). Nothing when the plug-in or the packages are missing, with one line in *error
 // that says where they were looked for.
 std::optional<FoundFiles> FindFiles(const FileWishes& wishes,

@@ -1,5 +1,6 @@
 #include "plugin_host.h"
 
+#include "model_folder.h"
 #include "package_files.h"
 #include "platform/process.h"
 #include "utf8_path.h"
@@ -19,7 +20,7 @@ HostPaths PathsFor(const std::filesystem::path& plugin) {
   const std::filesystem::path program = platform::ExecutableFolder();
   std::error_code code;
   return {.installation = Utf8(program),
-          .ai_models = Utf8(program / "models"),
+          .ai_models = Utf8(ModelFolder(program)),
           .plugins = Utf8(std::filesystem::absolute(plugin, code).parent_path())};
 }
 

@@ -5,6 +5,7 @@
 
 #include "find_files.h"
 #include "host_test_files.h"
+#include "model_folder.h"
 #include "package_copy.h"
 #include "package_files.h"
 #include "utf8_path.h"
@@ -22,7 +23,7 @@ class HostPackageCopy : public FilesTest {};
 TEST_F(HostFindFiles, FilesBesideTheProgramComeFirst) {
   WriteFile(Path("bin/krvAudioVisualPlugin.krv"), "x");
   WriteFile(Path("bin/packages/p/description.json"), "{}");
-  WriteFile(Path("lib/krv/krvAudioVisualPlugin.krv"), "x");
+  WriteFile(Path("lib/krv/plugins/krvAudioVisualPlugin.krv"), "x");
   std::string error;
   const auto found = FindFiles({}, Path("bin"), &error);
   ASSERT_TRUE(found) << error;
@@ -32,12 +33,13 @@ TEST_F(HostFindFiles, FilesBesideTheProgramComeFirst) {
 
 TEST_F(HostFindFiles, InstalledFilesAreFound) {
   std::filesystem::create_directories(Path("bin"));
-  WriteFile(Path("lib/krv/krvAudioVisualPlugin.krv"), "x");
+  WriteFile(Path("lib/krv/plugins/krvAudioVisualPlugin.krv"), "x");
   WriteFile(Path("share/krv/packages/p/description.json"), "{}");
   std::string error;
   const auto found = FindFiles({}, Path("bin"), &error);
   ASSERT_TRUE(found) << error;
-  EXPECT_TRUE(std::filesystem::equivalent(found->plugin, Path("lib/krv/krvAudioVisualPlugin.krv")));
+  EXPECT_TRUE(
+      std::filesystem::equivalent(found->plugin, Path("lib/krv/plugins/krvAudioVisualPlugin.krv")));
   ASSERT_EQ(found->packages.size(), 1u);
   EXPECT_TRUE(std::filesystem::equivalent(found->packages[0], Path("share/krv/packages")));
 }
@@ -59,7 +61,7 @@ TEST_F(HostFindFiles, MissingPluginSaysWhereItWasLookedForAndWhatToDo) {
   EXPECT_FALSE(FindFiles({}, Path("bin"), &error));
   EXPECT_THAT(
       error, HasSubstr("cannot find the plug-in at " + Utf8(Path("bin/krvAudioVisualPlugin.krv"))));
-  EXPECT_THAT(error, HasSubstr(Utf8(Path("lib/krv/krvAudioVisualPlugin.krv"))));
+  EXPECT_THAT(error, HasSubstr(Utf8(Path("lib/krv/plugins/krvAudioVisualPlugin.krv"))));
   EXPECT_THAT(error, HasSubstr("--plugin"));
 }
 
@@ -70,6 +72,15 @@ TEST_F(HostFindFiles, MissingPackagesAreAnError) {
   EXPECT_THAT(error, HasSubstr("--packages"));
   EXPECT_FALSE(FindFiles({{}, {Path("none")}}, Path("bin"), &error));
   EXPECT_THAT(error, HasSubstr("--packages " + Utf8(Path("none")) + ": there is no such folder"));
+}
+
+TEST_F(HostFindFiles, ModelsLieBesideTheProgramOrWithTheInstalledData) {
+  std::filesystem::create_directories(Path("bin"));
+  EXPECT_EQ(ModelFolder(Path("bin")), Path("bin/models"));
+  std::filesystem::create_directories(Path("share/krv"));
+  EXPECT_EQ(ModelFolder(Path("bin")), Path("share/krv/models"));
+  std::filesystem::create_directories(Path("bin/models"));
+  EXPECT_EQ(ModelFolder(Path("bin")), Path("bin/models"));
 }
 
 TEST_F(HostPackageFiles, PackagesAtAnyDepthAreFoundInOrderOfTheirPaths) {
