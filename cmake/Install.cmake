@@ -1,0 +1,41 @@
+# What `cmake --install` puts where. The program finds the plug-in and the packages from its own
+# folder: beside it on Windows, in ../lib and ../share elsewhere.
+if(WIN32)
+  set(bin .)
+  set(plugins .)
+  set(data .)
+  set(doc .)
+else()
+  set(bin bin)
+  set(plugins lib/krv/plugins)
+  set(data share/krv)
+  set(doc share/doc/krv)
+endif()
+
+install(TARGETS krv RUNTIME DESTINATION ${bin})
+install(TARGETS krvAudioVisualPlugin krvAiFilterPlugin LIBRARY DESTINATION ${plugins})
+install(DIRECTORY packages DESTINATION ${data})
+install(DIRECTORY include/krv DESTINATION include)
+install(FILES README.md CHANGELOG.md DESTINATION ${doc})
+install(DIRECTORY docs DESTINATION ${doc})
+
+if(WIN32)
+  # Libraries built from source bring their own texts; of what Debian ships built, or as headers, and
+  # of the compiler's runtime, it is Debian's record of them.
+  foreach(prefix IN LISTS KRV_WINDOWS_LIBRARIES)
+    install(DIRECTORY ${prefix}/licences DESTINATION . OPTIONAL)
+  endforeach()
+  foreach(pair IN ITEMS zlib:libz-mingw-w64-dev nlohmann-json:nlohmann-json3-dev cli11:libcli11-dev
+      glad:python3-glad mingw-w64:mingw-w64-common gcc:g++-mingw-w64-x86-64-posix)
+    string(REPLACE ":" ";" pair ${pair})
+    list(GET pair 0 name)
+    list(GET pair 1 package)
+    install(FILES /usr/share/doc/${package}/copyright DESTINATION licences/${name})
+  endforeach()
+else()
+  install(FILES packaging/debian/copyright DESTINATION ${doc})
+  install(FILES packaging/linux/krv.desktop DESTINATION share/applications)
+  install(FILES packaging/linux/krv.svg DESTINATION share/icons/hicolor/scalable/apps)
+  install(FILES ${KRV_MANUAL}/krv.1 DESTINATION share/man/man1)
+  install(FILES ${KRV_MANUAL}/krv.bash DESTINATION share/bash-completion/completions RENAME krv)
+endif()
