@@ -17,6 +17,23 @@ std::optional<GradientStop> ParseStop(std::string_view text) {
   return GradientStop{*colour, *position};
 }
 
+std::optional<GradientStops> ParseStops(std::string_view text) {
+  const auto count = ParseNumber<size_t>(TakeUntil(',', &text));
+  if (!count || *count < kFewestStops || *count > kMostStops) return std::nullopt;
+  GradientStops stops;
+  while (!text.empty()) {
+    const auto stop = ParseStop(TakeUntil(';', &text));
+    if (!stop) return std::nullopt;
+    stops.push_back(*stop);
+  }
+  if (stops.size() != *count) return std::nullopt;
+  return stops;
+}
+
+bool IsBefore(const GradientStop& one, const GradientStop& other) {
+  return one.position < other.position;
+}
+
 // The stops at one position, one after the other in a list.
 struct Group {
   GradientStops::const_iterator begin;
@@ -25,20 +42,8 @@ struct Group {
 
 Group GroupAt(const GradientStops& stops, float position) {
   const auto [begin, end] =
-      std::equal_range(stops.begin(), stops.end(), GradientStop{0, position},
-                       [](const auto& a, const auto& b) { return a.position < b.position; });
+      std::equal_range(stops.begin(), stops.end(), GradientStop{0, position}, IsBefore);
   return {begin, end};
-}
-
-// The colour where there is no stop; `next` is the first stop behind.
-uint32_t ColourBetween(const GradientStops& stops, GradientStops::const_iterator next,
-                       float position) {
-  if (next == stops.begin()) return stops.front().colour;
-  if (next == stops.end()) return stops.back().colour;
-  const GradientStop& before = *std::prev(next);
-  const double part = static_cast<double>(position - before.position) /
-                      static_cast<double>(next->position - before.position);
-  return MixColours(before.colour, next->colour, part);
 }
 
 // Puts `count` stops at the position, which has at most as many in `stops`, behind `result`.
@@ -47,8 +52,8 @@ void AppendStops(const GradientStops& stops, float position, std::ptrdiff_t coun
   const Group group = GroupAt(stops, position);
   const std::ptrdiff_t there = group.end - group.begin;
   for (std::ptrdiff_t i = 0; i < count; ++i) {
-    const uint32_t colour = there == 0 ? ColourBetween(stops, group.end, position)
-                                       : group.begin[std::min(i, there - 1)].colour;
+    const uint32_t colour =
+        there == 0 ? ColourAt(stops, position) : group.begin[std::min(i, there - 1)].colour;
     result->push_back({colour, position});
   }
 }
@@ -78,16 +83,28 @@ void AlignStops(GradientStops* one, GradientStops* other) {
 }  // namespace
 
 std::optional<GradientStops> ParseGradientStops(std::string_view text) {
-  const auto count = ParseNumber<size_t>(TakeUntil(',', &text));
-  if (!count || *count < kFewestStops || *count > kMostStops) return std::nullopt;
-  GradientStops stops;
-  while (!text.empty()) {
-    const auto stop = ParseStop(TakeUntil(';', &text));
-    if (!stop || (!stops.empty() && stop->position < stops.back().position)) return std::nullopt;
-    stops.push_back(*stop);
-  }
-  if (stops.size() != *count) return std::nullopt;
+  auto stops = ParseStops(text);
+  if (stops && !std::is_sorted(stops->begin(), stops->end(), IsBefore)) return std::nullopt;
   return stops;
+}
+
+std::optional<GradientStops> ParseUnsortedStops(std::string_view text) {
+  auto stops = ParseStops(text);
+  if (stops) std::stable_sort(stops->begin(), stops->end(), IsBefore);
+  return stops;
+}
+
+uint32_t ColourAt(const GradientStops& stops, float position) {
+  const auto next =
+      std::lower_bound(stops.begin(), stops.end(), GradientStop{0, position}, IsBefore);
+  if (next == stops.begin() || (next != stops.end() && next->position == position)) {
+    return next->colour;
+  }
+  if (next == stops.end()) return stops.back().colour;
+  const GradientStop& before = *std::prev(next);
+  const double part = static_cast<double>(position - before.position) /
+                      static_cast<double>(next->position - before.position);
+  return MixColours(before.colour, next->colour, part);
 }
 
 std::string GradientText(const GradientStops& stops) {

@@ -30,6 +30,12 @@ inline constexpr size_t kMostStops = 4096;
 // them.
 std::optional<GradientStops> ParseGradientStops(std::string_view text);
 
+// Does the same for stops in any order, which it sorts.
+std::optional<GradientStops> ParseUnsortedStops(std::string_view text);
+
+// The colour at a position, mixed from the stops around it; where stops lie, the first one's there.
+uint32_t ColourAt(const GradientStops& stops, float position);
+
 std::string GradientText(const GradientStops& stops);
 
 // The gradient `share`, 0 to 1, of the way from one to the other. With as many stops in both, each

@@ -6,29 +6,24 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
+
+#include "keyframes/gradient_stops.h"
 
 namespace krv::studio {
-
-struct GradientStop {
-  uint32_t colour = 0;  // 0xRRGGBB
-  float position = 0;   // percent, 0 to 100
-};
 
 // At least two stops, in order of position.
 class Gradient {
  public:
-  // Reads "3,16711680,0;65280,50;255,100": the count, then colour and position of each stop.
-  // Nothing when the text is not exactly that, has fewer than two stops or positions outside 0 to
-  // 100.
+  // Reads the text of a gradient parameter, whose stops may be in any order. Nothing when it is
+  // none.
   static std::optional<Gradient> Parse(std::string_view text);
 
-  std::string ToText() const;
+  std::string ToText() const { return tool::GradientText(stops_); }
 
-  const std::vector<GradientStop>& stops() const { return stops_; }
+  const tool::GradientStops& stops() const { return stops_; }
 
-  // The colour at a position: mixed from the stops on both sides.
-  uint32_t ColourAt(float position) const;
+  uint32_t ColourAt(float position) const { return tool::ColourAt(stops_, position); }
 
   // Adds a stop that changes nothing yet: of the colour that is there. Returns its index.
   size_t Add(float position);
@@ -43,9 +38,10 @@ class Gradient {
   void Recolour(size_t index, uint32_t colour) { stops_[index].colour = colour; }
 
  private:
-  size_t Insert(GradientStop stop);
+  explicit Gradient(tool::GradientStops stops) : stops_(std::move(stops)) {}
+  size_t Insert(tool::GradientStop stop);
 
-  std::vector<GradientStop> stops_;
+  tool::GradientStops stops_;
 };
 
 }  // namespace krv::studio

@@ -18,7 +18,7 @@ void DrawStrip(const Ui& ui, ImVec2 start, float width, const Gradient& gradient
   const float end = start.x + width;
   float x = start.x;
   ImU32 colour = OpaqueColour(gradient.stops().front().colour);
-  for (const GradientStop& stop : gradient.stops()) {
+  for (const tool::GradientStop& stop : gradient.stops()) {
     const float next = std::clamp(start.x + width * stop.position / 100, x, end);
     const ImU32 next_colour = OpaqueColour(stop.colour);
     list->AddRectFilledMultiColor({x, start.y}, {next, start.y + height}, colour, next_colour,
@@ -54,7 +54,7 @@ bool GradientEditor::DrawStops(const Ui& ui, const std::string& id, ImVec2 start
   bool changed = false;
   const auto position_of = [=](float x) { return 100 * (x - start.x) / width; };
   for (size_t i = 0; i < gradient->stops().size(); ++i) {
-    const GradientStop& stop = gradient->stops()[i];
+    const tool::GradientStop& stop = gradient->stops()[i];
     const ImVec2 tip{start.x + width * stop.position / 100, start.y + strip};
     ImGui::SetCursorScreenPos({tip.x - side / 2, tip.y});
     const std::string name = id + "/stop/" + std::to_string(i);
@@ -97,7 +97,7 @@ bool GradientEditor::DrawDetails(const Ui& ui, const std::string& id, float widt
                                  Gradient* gradient) {
   size_t& selected = selected_[id];
   selected = std::min(selected, gradient->stops().size() - 1);
-  const GradientStop stop = gradient->stops()[selected];
+  const tool::GradientStop stop = gradient->stops()[selected];
   bool changed = false;
   int rgb = static_cast<int>(stop.colour);
   if (ColourField(ui, (id + "/colour").c_str(), &rgb, {ui.look.Px(40), ui.look.Px(24)})) {
