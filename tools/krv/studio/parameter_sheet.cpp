@@ -4,7 +4,6 @@
 #include <utility>
 
 namespace krv::studio {
-namespace {
 
 host::HostValue Limited(const host::ParameterListing& parameter, host::HostValue value) {
   if (!parameter.HasRange()) return value;
@@ -17,8 +16,6 @@ host::HostValue Limited(const host::ParameterListing& parameter, host::HostValue
   }
   return value;
 }
-
-}  // namespace
 
 host::HostValue DefaultOf(const host::ParameterListing& parameter) {
   switch (parameter.kind) {

@@ -44,4 +44,7 @@ class ParameterSheet {
 
 host::HostValue DefaultOf(const host::ParameterListing& parameter);
 
+// The value, or the limit that is nearest to it.
+host::HostValue Limited(const host::ParameterListing& parameter, host::HostValue value);
+
 }  // namespace krv::studio
