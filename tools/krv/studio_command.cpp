@@ -20,9 +20,11 @@ constexpr char kFooter[] =
     "Without MEDIA the demo clip plays. Saving a shader or the description loads the package "
     "anew;\n"
     "while it has errors, the last version that works stays, with the errors beside it.\n"
-    "Keys: Space plays and pauses, the arrows step a frame and with Shift a second, Home and End\n"
-    "go to the ends, L loops, M mutes, T changes the theme, Ctrl+S saves the values as defaults,\n"
-    "Ctrl+E exports, Ctrl+Q closes.";
+    "Keys: Space plays and pauses, the arrows step a frame, with Shift a second and with Ctrl to "
+    "a\n"
+    "keyframe, Home and End go to the ends, L loops, M mutes, T changes the theme, Ctrl+S saves "
+    "the\n"
+    "values as defaults, Ctrl+Shift+S the keyframes, Ctrl+E exports, Ctrl+Q closes.";
 
 struct StudioOptions {
   RenderArguments media;
@@ -71,6 +73,7 @@ int RunStudio(const StudioOptions& options) {
   studio::StudioWindow::Options window;
   window.studio.plugin = files->plugin;
   window.studio.package = *package;
+  window.studio.keyframes = host::PathFromUtf8(options.media.keyframes);
   window.theme = options.theme == "light" ? studio::Theme::kLight : studio::Theme::kDark;
   window.window.title = "krv studio \xE2\x80\x93 " + host::Utf8(package->filename());
   window.window.scale = options.scale;
@@ -103,6 +106,8 @@ void AddStudioCommand(CLI::App& app, Action* action) {
                       "Behind sound alone: a colour #RRGGBB or a picture (default: #12141C)");
   command->add_option("--mask", options->media.mask,
                       "A matte, video or picture, for effects that follow a person");
+  command->add_option("--params", options->media.keyframes,
+                      "A JSON file with the first values, also such as change over time");
   command->add_option("--theme", options->theme, "Colours of the window: dark or light")
       ->capture_default_str();
   command->add_option("--scale", options->scale,

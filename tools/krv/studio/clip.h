@@ -23,8 +23,13 @@ class Clip {
   const std::string& name() const { return name_; }  // for people
   const host::VideoFormat& video() const { return video_; }
   const SoundTrack& sound() const { return sound_; }
-  int64_t frame_count() const { return frame_count_; }  // at least 1
-  double Length() const { return static_cast<double>(frame_count_) / video_.rate.PerSecond(); }
+  int64_t frame_count() const { return frame_count_; }    // at least 1
+  double Length() const { return TimeOf(frame_count_); }  // seconds
+  double TimeOf(int64_t frame) const {                    // seconds
+    return static_cast<double>(frame) / video_.rate.PerSecond();
+  }
+  // The frame that is shown at a position in seconds; that of a frame's time is the frame itself.
+  int64_t FrameAt(double position) const;
 
   // Fills everything of the job but its output, the picture scaled to `size`. `with_person`: the
   // effect follows somebody.

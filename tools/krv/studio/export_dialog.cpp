@@ -6,31 +6,10 @@
 #include <cstdio>
 
 #include "progress.h"
+#include "studio/dialog.h"
 #include "studio/widgets.h"
 
 namespace krv::studio {
-namespace {
-
-constexpr float kWidth = 520;
-constexpr float kPad = 24;
-
-void Caption(const Ui& ui, const char* text) {
-  ImGui::PushFont(ui.look.fonts().small);
-  ImGui::PushStyleColor(ImGuiCol_Text, ui.look.colours().dim);
-  ImGui::TextUnformatted(text);
-  ImGui::PopStyleColor();
-  ImGui::PopFont();
-}
-
-void Wrapped(const std::string& text, ImU32 colour) {
-  ImGui::PushStyleColor(ImGuiCol_Text, colour);
-  ImGui::PushTextWrapPos(0);
-  ImGui::TextUnformatted(text.c_str());
-  ImGui::PopTextWrapPos();
-  ImGui::PopStyleColor();
-}
-
-}  // namespace
 
 void ExportDialog::Open(const Studio& studio) {
   open_ = true;
@@ -74,7 +53,7 @@ void ExportDialog::DrawProgress(const Ui& ui) {
                        : state.total > 0
                            ? static_cast<double>(state.frames) / static_cast<double>(state.total)
                            : 0;
-  Caption(ui, state.output.c_str());
+  Caption(ui, state.output);
   const ImVec2 from = ImGui::GetCursorScreenPos();
   const float width = ImGui::GetContentRegionAvail().x;
   const float height = ui.look.Px(8);
@@ -123,32 +102,7 @@ void ExportDialog::DrawResult(const Ui& ui) {
 
 void ExportDialog::Draw(const Ui& ui) {
   if (!open_) return;
-  const Palette& colours = ui.look.colours();
-  const ImVec2 screen = ImGui::GetIO().DisplaySize;
-  ImGui::SetNextWindowPos({0, 0});
-  ImGui::SetNextWindowSize(screen);
-  ImGui::PushStyleColor(ImGuiCol_WindowBg, WithAlpha(colours.background, 0.72f));
-  ImGui::Begin("shade", nullptr,
-               ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove |
-                   ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoNav |
-                   ImGuiWindowFlags_NoInputs);
-  ImGui::End();
-  ImGui::PopStyleColor();
-
-  const float width = std::min(ui.look.Px(kWidth), screen.x - ui.look.Px(40));
-  ImGui::SetNextWindowPos({screen.x / 2, screen.y * 0.42f}, 0, {0.5f, 0.5f});
-  ImGui::SetNextWindowSize({width, 0});
-  ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, {ui.look.Px(kPad), ui.look.Px(kPad)});
-  ImGui::PushStyleVar(ImGuiStyleVar_WindowRounding, ui.look.Px(12));
-  ImGui::PushStyleVar(ImGuiStyleVar_WindowBorderSize, 1);
-  ImGui::PushStyleColor(ImGuiCol_WindowBg, colours.panel);
-  ImGui::Begin("export", nullptr,
-               ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove |
-                   ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_AlwaysAutoResize);
-  ImGui::PushFont(ui.look.fonts().title);
-  ImGui::TextUnformatted("Export");
-  ImGui::PopFont();
-  ImGui::Dummy({0, ui.look.Px(4)});
+  BeginDialog(ui, "export", "Export");
   const ExportState& state = ui.studio.export_state();
   if (state.Running()) {
     DrawProgress(ui);
@@ -157,9 +111,7 @@ void ExportDialog::Draw(const Ui& ui) {
   } else {
     DrawResult(ui);
   }
-  ImGui::End();
-  ImGui::PopStyleColor();
-  ImGui::PopStyleVar(3);
+  EndDialog();
 }
 
 }  // namespace krv::studio

@@ -64,6 +64,15 @@ void DrawSun(const Pen& pen) {
   }
 }
 
+// A diamond behind the tip of an arrow; to the right with a direction of 1, to the left with -1.
+void DrawKeyArrow(const Pen& pen, float direction) {
+  const float x = -0.35f * direction;
+  pen.Triangle({x - 0.5f, 0}, {x, -0.5f}, {x + 0.5f, 0});
+  pen.Triangle({x - 0.5f, 0}, {x + 0.5f, 0}, {x, 0.5f});
+  pen.Line({0.4f * direction, -0.5f}, {0.85f * direction, 0});
+  pen.Line({0.85f * direction, 0}, {0.4f * direction, 0.5f});
+}
+
 }  // namespace
 
 void DrawIcon(ImDrawList* list, Icon icon, ImVec2 centre, float size, ImU32 colour) {
@@ -102,6 +111,12 @@ void DrawIcon(ImDrawList* list, Icon icon, ImVec2 centre, float size, ImU32 colo
       break;
     case Icon::kWarning:
       pen.Triangle({0, -0.8f}, {0.9f, 0.75f}, {-0.9f, 0.75f});
+      break;
+    case Icon::kKeyBack:
+      DrawKeyArrow(pen, -1);
+      break;
+    case Icon::kKeyOn:
+      DrawKeyArrow(pen, 1);
       break;
     case Icon::kClose:
       pen.Line({-0.6f, -0.6f}, {0.6f, 0.6f});

@@ -5,7 +5,20 @@
 
 namespace krv::studio {
 
-enum class Icon { kPlay, kPause, kLoop, kSound, kMuted, kSun, kMoon, kReset, kWarning, kClose };
+enum class Icon {
+  kPlay,
+  kPause,
+  kLoop,
+  kSound,
+  kMuted,
+  kSun,
+  kMoon,
+  kReset,
+  kWarning,
+  kClose,
+  kKeyBack,
+  kKeyOn
+};
 
 // Draws the symbol into a square of that size around `centre`.
 void DrawIcon(ImDrawList* list, Icon icon, ImVec2 centre, float size, ImU32 colour);

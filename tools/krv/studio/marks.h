@@ -22,6 +22,8 @@ class Marks {
     areas_[name] = {ImGui::GetItemRectMin(), ImGui::GetItemRectMax()};
   }
 
+  void Set(const std::string& name, ImVec2 from, ImVec2 to) { areas_[name] = {from, to}; }
+
   void Clear() { areas_.clear(); }
 
   // Of the window's latest picture; nothing when it is not in it.

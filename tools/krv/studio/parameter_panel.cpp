@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "parameter_text.h"
+#include "studio/key_toggle.h"
 #include "studio/widgets.h"
 
 namespace krv::studio {
@@ -16,7 +17,7 @@ using host::ParameterListing;
 
 constexpr float kPadding = 18;
 constexpr float kRow = 30;
-constexpr float kLabelShare = 0.42f;
+constexpr float kLabelShare = 0.4f;
 constexpr float kReset = 22;
 constexpr float kValue = 62;
 constexpr int kFewChoices = 6;
@@ -68,28 +69,41 @@ std::string TipFor(const ParameterListing& parameter) {
 void ParameterPanel::DrawLabel(const Ui& ui, const ParameterListing& parameter, float width) {
   const Palette& colours = ui.look.colours();
   ImFont* font = ui.look.fonts().small;
-  const bool changed = ui.studio.sheet().IsChanged(parameter.name);
+  const bool moving = ui.studio.keys().Find(parameter.name) != nullptr;
+  const bool changed = moving || ui.studio.sheet().IsChanged(parameter.name);
+  const bool chosen = ui.studio.chosen() == parameter.name;
   const ImVec2 start = ImGui::GetCursorScreenPos();
-  ImGui::InvisibleButton(("label/" + parameter.name).c_str(), {width, ui.look.Px(24)});
-  Tip(ui, TipFor(parameter).c_str());
+  const std::string id = "label/" + parameter.name;
+  if (ImGui::InvisibleButton(id.c_str(), {width, ui.look.Px(24)})) {
+    ui.studio.Choose(parameter.name);
+  }
+  ui.marks.SetItem(id);
+  std::string tip = TipFor(parameter);
+  if (moving) tip += chosen ? "\nClick to see all keys" : "\nClick to see its keys alone";
+  Tip(ui, tip.c_str());
   const std::string name = Elide(font, ReadableName(parameter.name), width - ui.look.Px(8));
   PutText(ImGui::GetWindowDrawList(), font,
           {start.x, start.y + (ui.look.Px(24) - font->FontSize) / 2},
-          changed ? colours.text : colours.dim, name);
+          chosen    ? colours.accent
+          : changed ? colours.text
+                    : colours.dim,
+          name);
 }
 
-void ParameterPanel::DrawReset(const Ui& ui, const ParameterListing& parameter, float x) {
-  if (!ui.studio.sheet().IsChanged(parameter.name)) return;
-  ImGui::SameLine(x);
+void ParameterPanel::DrawButtons(const Ui& ui, const ParameterListing& parameter, ImVec2 at) {
+  ImGui::SetCursorScreenPos(at);
+  KeyToggle(ui, parameter);
+  if (ui.studio.Value(parameter) == DefaultOf(parameter)) return;
+  ImGui::SetCursorScreenPos({at.x + ui.look.Px(kKeyToggle), at.y});
   const std::string id = "reset/" + parameter.name;
   if (IconButton(ui, id.c_str(), Icon::kReset, "Back to the default", false, 24)) {
-    ui.studio.Reset(parameter.name);
+    ui.studio.Reset(parameter);
   }
 }
 
 void ParameterPanel::DrawNumber(const Ui& ui, const ParameterListing& parameter, float width) {
   const std::string id = IdOf(parameter);
-  const host::HostValue value = ui.studio.sheet().Value(parameter);
+  const host::HostValue value = ui.studio.Value(parameter);
   const bool whole = parameter.kind == kKindInt;
   if (IsFewChoices(parameter)) {
     std::vector<std::string> texts;
@@ -127,7 +141,10 @@ void ParameterPanel::DrawNumber(const Ui& ui, const ParameterListing& parameter,
     if (ImGui::IsItemActive()) number = integer;
   } else {
     char format[8];
-    std::snprintf(format, sizeof format, "%%.%df", DecimalsToShow(number, decimals));
+    const bool between = ui.studio.keys().Find(parameter.name) != nullptr &&
+                         !ui.studio.keys().HasKeyAt(parameter.name, ui.studio.frame_now());
+    std::snprintf(format, sizeof format, "%%.%df",
+                  between ? decimals : DecimalsToShow(number, decimals));
     changed = ImGui::InputDouble("##value", &number, 0, 0, format) || changed;
   }
   ui.marks.SetItem(id + "/value");
@@ -142,7 +159,7 @@ void ParameterPanel::DrawNumber(const Ui& ui, const ParameterListing& parameter,
 }
 
 void ParameterPanel::DrawColour(const Ui& ui, const ParameterListing& parameter, float width) {
-  int rgb = std::get<int32_t>(ui.studio.sheet().Value(parameter)) & 0xFFFFFF;
+  int rgb = std::get<int32_t>(ui.studio.Value(parameter)) & 0xFFFFFF;
   const ImVec2 size{ui.look.Px(56), ui.look.Px(24)};
   if (ColourField(ui, IdOf(parameter).c_str(), &rgb, size)) {
     ui.studio.SetValue(parameter, int32_t{rgb});
@@ -164,7 +181,7 @@ void ParameterPanel::DrawColour(const Ui& ui, const ParameterListing& parameter,
 }
 
 void ParameterPanel::DrawText(const Ui& ui, const ParameterListing& parameter, float width) {
-  std::string text = std::get<std::string>(ui.studio.sheet().Value(parameter));
+  std::string text = std::get<std::string>(ui.studio.Value(parameter));
   if (auto gradient = Gradient::Parse(text)) {
     if (gradients_.Draw(ui, IdOf(parameter), width, &*gradient)) {
       ui.studio.SetValue(parameter, gradient->ToText());
@@ -180,30 +197,29 @@ void ParameterPanel::DrawRow(const Ui& ui, const ParameterListing& parameter, fl
   ImGui::PushID(parameter.name.c_str());
   const float left = ImGui::GetCursorPosX();
   const float label = std::round(width * kLabelShare);
-  const float control = width - label - ui.look.Px(kReset);
-  const float end = left + width - ui.look.Px(kReset);
+  const float buttons = ui.look.Px(kReset) + ui.look.Px(kKeyToggle);
+  const float control = width - label - buttons;
   const ImVec2 start = ImGui::GetCursorScreenPos();
+  const ImVec2 end{start.x + width - buttons, start.y};
   const bool wide = parameter.kind == kKindText;
   DrawLabel(ui, parameter, label);
   if (wide) {
-    DrawReset(ui, parameter, end);
-    ImGui::SetCursorPosX(left);
-    DrawText(ui, parameter, width - ui.look.Px(kReset));
+    DrawButtons(ui, parameter, end);
+    ImGui::SetCursorScreenPos({start.x, start.y + ui.look.Px(26)});
+    DrawText(ui, parameter, width - buttons);
     ImGui::Dummy({0, ui.look.Px(2)});
   } else {
     ImGui::SameLine(left + label);
     if (parameter.kind == kKindBool) {
-      bool on = std::get<bool>(ui.studio.sheet().Value(parameter));
+      bool on = std::get<bool>(ui.studio.Value(parameter));
       ImGui::SetCursorPosY(ImGui::GetCursorPosY() + ui.look.Px(2));
       if (Toggle(ui, IdOf(parameter).c_str(), &on)) ui.studio.SetValue(parameter, on);
-      ImGui::SameLine();
-      ImGui::SetCursorPosY(ImGui::GetCursorPosY() - ui.look.Px(2));
     } else if (parameter.kind == kKindColor) {
       DrawColour(ui, parameter, control);
     } else {
       DrawNumber(ui, parameter, control);
     }
-    DrawReset(ui, parameter, end);
+    DrawButtons(ui, parameter, end);
     ImGui::SetCursorScreenPos({start.x, start.y + ui.look.Px(kRow)});
   }
   ImGui::PopID();
@@ -227,12 +243,8 @@ void ParameterPanel::DrawGroup(const Ui& ui, const ParameterGroup& group) {
   const bool hovered = ImGui::IsItemHovered();
   ImDrawList* list = ImGui::GetWindowDrawList();
   PutText(list, font, {start.x, start.y + ui.look.Px(7)}, colours.text, group.title);
-  const ImVec2 tip{start.x + width - ui.look.Px(kReset) + ui.look.Px(12), start.y + ui.look.Px(16)};
-  const float half = ui.look.Px(4);
-  const float up = folded ? -half / 2 : half / 2;
-  const ImU32 mark = hovered ? colours.text : colours.dim;
-  list->AddLine({tip.x - half, tip.y + up}, {tip.x, tip.y - up}, mark, ui.look.Px(1.5f));
-  list->AddLine({tip.x, tip.y - up}, {tip.x + half, tip.y + up}, mark, ui.look.Px(1.5f));
+  DrawChevron(list, {start.x + width - ui.look.Px(10), start.y + ui.look.Px(16)}, ui.look.Px(4),
+              !folded, hovered ? colours.text : colours.dim, ui.look.Px(1.5f));
   if (!folded) {
     for (const size_t index : group.parameters) {
       ImGui::SetCursorPosX(left);

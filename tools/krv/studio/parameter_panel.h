@@ -19,7 +19,7 @@ class ParameterPanel {
   void DrawGroup(const Ui& ui, const ParameterGroup& group);
   void DrawRow(const Ui& ui, const host::ParameterListing& parameter, float width);
   void DrawLabel(const Ui& ui, const host::ParameterListing& parameter, float width);
-  void DrawReset(const Ui& ui, const host::ParameterListing& parameter, float x);
+  void DrawButtons(const Ui& ui, const host::ParameterListing& parameter, ImVec2 at);
   void DrawNumber(const Ui& ui, const host::ParameterListing& parameter, float width);
   void DrawColour(const Ui& ui, const host::ParameterListing& parameter, float width);
   void DrawText(const Ui& ui, const host::ParameterListing& parameter, float width);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <exception>
 #include <future>
 #include <utility>
@@ -20,14 +19,6 @@ constexpr milliseconds kIdle(8);            // while there is nothing to draw
 constexpr double kForget = 0.1;             // weight of the newest frame in the usual time
 
 struct Cancelled {};
-
-int64_t FrameAt(double position, const Clip& clip) {
-  // A position that was made from a frame's index must lead back to it.
-  constexpr double kSlack = 1e-6;
-  const auto frame =
-      static_cast<int64_t>(std::floor(position * clip.video().rate.PerSecond() + kSlack));
-  return std::clamp<int64_t>(frame, 0, clip.frame_count() - 1);
-}
 
 }  // namespace
 
@@ -89,10 +80,10 @@ class Stage::Turns {
     const PlayerClock& clock = *stage_->options_.clock;
     const double now = stage_->options_.now();
     const double position = clock.Position(now);
-    if (!clock.Playing(now)) return FrameAt(position, *stage_->options_.clip);
+    if (!clock.Playing(now)) return stage_->options_.clip->FrameAt(position);
     const double ahead = position + usual_seconds_;
     const bool over = clock.loop() && ahead >= clock.length();
-    return FrameAt(over ? ahead - clock.length() : ahead, *stage_->options_.clip);
+    return stage_->options_.clip->FrameAt(over ? ahead - clock.length() : ahead);
   }
 
   void PublishPackage() {
@@ -111,6 +102,7 @@ class Stage::Turns {
       const std::lock_guard lock(stage_->mutex_);
       stage_->package_ = std::move(state);
     }
+    stage_->loaded_.notify_all();
     stage_->options_.on_news();
   }
 
@@ -192,6 +184,7 @@ void Stage::Work(std::promise<std::string> started) {
     const std::lock_guard lock(mutex_);
     failure_ = failure.what();
   }
+  loaded_.notify_all();
   options_.on_news();
 }
 
@@ -212,6 +205,11 @@ bool Stage::TakeFrame(StageFrame* frame) {
   return true;
 }
 
+void Stage::AwaitPackage() {
+  std::unique_lock lock(mutex_);
+  loaded_.wait(lock, [this] { return package_.version > 0 || !failure_.empty(); });
+}
+
 PackageState Stage::package() const {
   const std::lock_guard lock(mutex_);
   return package_;
@@ -227,7 +225,8 @@ std::string Stage::failure() const {
   return failure_;
 }
 
-void Stage::StartExport(const std::string& output, bool transparent, const ValuesByName& values) {
+void Stage::StartExport(const std::string& output, bool transparent,
+                        const tool::ParameterTracks& values) {
   {
     const std::lock_guard lock(mutex_);
     cancel_ = false;

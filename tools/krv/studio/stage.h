@@ -13,10 +13,10 @@
 #include <thread>
 
 #include "check/finding.h"
+#include "keyframes/parameter_tracks.h"
 #include "media/picture.h"
 #include "registrar.h"
 #include "studio/clip.h"
-#include "studio/description_text.h"
 #include "studio/player_clock.h"
 #include "studio/sound_probe.h"
 
@@ -24,7 +24,7 @@ namespace krv::studio {
 
 // How the preview is drawn. An export does not depend on it.
 struct PreviewSettings {
-  ValuesByName values;  // that differ from the package's defaults
+  tool::ParameterTracks values;  // that differ from the package's defaults
   host::PictureSize size{1280, 720};
   std::string quality;  // "low", "medium" or "high"; empty for the package's own
 };
@@ -92,12 +92,15 @@ class Stage {
   // Exchanges *frame for the latest one. False when that was taken already.
   bool TakeFrame(StageFrame* frame);
 
+  // Waits until the package was loaded for the first time, whether it works or not.
+  void AwaitPackage();
   PackageState package() const;
   ExportState export_state() const;
 
   // Renders the clip into a file as `krv render` does, with the values and the working version of
   // the package as they are when it begins. One at a time.
-  void StartExport(const std::string& output, bool transparent, const ValuesByName& values);
+  void StartExport(const std::string& output, bool transparent,
+                   const tool::ParameterTracks& values);
   void CancelExport();
   void ForgetExport();  // the result has been seen
 
@@ -106,7 +109,7 @@ class Stage {
   struct ExportOrder {
     std::string output;
     bool transparent = false;
-    ValuesByName values;
+    tool::ParameterTracks values;
   };
 
   explicit Stage(StageOptions options) : options_(std::move(options)) {}
@@ -114,7 +117,8 @@ class Stage {
 
   StageOptions options_;
   mutable std::mutex mutex_;
-  std::condition_variable wake_;
+  std::condition_variable wake_;    // the thread
+  std::condition_variable loaded_;  // who waits for the package
   // Guarded by mutex_.
   bool quit_ = false;
   bool cancel_ = false;

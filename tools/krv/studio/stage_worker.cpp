@@ -28,12 +28,6 @@ host::FrameRequest RequestFor(const Clip& clip, const tool::RenderJob& job) {
   return request;
 }
 
-host::ParameterValues ValuesOf(const ValuesByName& values) {
-  host::ParameterValues all;
-  for (const auto& [name, value] : values) all.Set(name, value);
-  return all;
-}
-
 }  // namespace
 
 std::unique_ptr<StageWorker> StageWorker::Create(const StageOptions& options, std::string* error) {
@@ -66,8 +60,7 @@ bool StageWorker::ReadInput(int64_t index, host::PictureSize size, StageFrame* f
 
 void StageWorker::DrawEffect(const PreviewSettings& settings, StageFrame* frame) {
   host::EffectSession* session = package_->session();
-  const host::ParameterValues values = ValuesOf(settings.values);
-  session->SetParameterSource(&values);
+  session->SetParameterSource(&settings.values);
   host::VideoFormat video = clip_->video();
   video.width = settings.size.width;
   video.height = settings.size.height;
@@ -115,8 +108,7 @@ void StageWorker::Render(const Export& order,
   std::string error;
   const auto session = package_->MakeSession(order.transparent, &error);
   if (session == nullptr) throw host::MediaError(error);
-  const host::ParameterValues values = ValuesOf(order.values);
-  session->SetParameterSource(&values);
+  session->SetParameterSource(&order.values);
 
   tool::RenderArguments arguments =
       clip_->ExportArguments(session->WantsPersonMask(), [&state, &report](double share) {

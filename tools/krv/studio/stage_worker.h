@@ -26,7 +26,7 @@ class StageWorker {
   struct Export {
     std::string output;
     bool transparent = false;
-    ValuesByName values;
+    tool::ParameterTracks values;
   };
   // Throws MediaError, EffectError, and what `report` throws, which is called at every frame.
   void Render(const Export& order, const std::function<void(const ExportState&)>& report);

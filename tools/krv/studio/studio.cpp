@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "keyframes/keyframe_writer.h"
 #include "package_files.h"
 
 namespace krv::studio {
@@ -23,6 +24,16 @@ host::PictureSize Share(const host::VideoFormat& video, double share) {
   };
   if (share == 1) return {video.width, video.height};
   return {side(video.width), side(video.height)};
+}
+
+// What to say of parameters whose keys had to go.
+std::string KeysGone(const std::vector<std::string>& names) {
+  std::string text =
+      "Keyframes are gone: the package has no parameter, or one of another kind, by ";
+  text += names.size() == 1 ? "the name " : "the names ";
+  for (const std::string& name : names) text += '"' + name + "\", ";
+  text.replace(text.size() - 2, 2, ".");
+  return text;
 }
 
 }  // namespace
@@ -46,7 +57,10 @@ Studio::Studio(Options options, std::unique_ptr<Clip> clip)
     : package_folder_(std::move(options.package)),
       clip_(std::move(clip)),
       clock_(clip_->Length()),
-      feeder_(&clip_->sound(), &clock_) {}
+      feeder_(&clip_->sound(), &clock_),
+      values_(clip_->video().rate),
+      keyframe_file_(std::move(options.keyframes)),
+      keyframes_to_load_(!keyframe_file_.empty()) {}
 
 std::unique_ptr<Studio> Studio::Create(Options options, std::unique_ptr<Clip> clip,
                                        std::string* error) {
@@ -60,7 +74,13 @@ std::unique_ptr<Studio> Studio::Create(Options options, std::unique_ptr<Clip> cl
   stage.clock = &studio->clock_;
   studio->settings_.size = studio->SizeNow();
   studio->stage_ = Stage::Create(std::move(stage), studio->settings_, error);
-  return studio->stage_ == nullptr ? nullptr : std::move(studio);
+  if (studio->stage_ == nullptr) return nullptr;
+  if (studio->keyframes_to_load_) {
+    studio->stage_->AwaitPackage();
+    *error = studio->TakePackage(studio->stage_->package());
+    if (!error->empty()) return nullptr;
+  }
+  return studio;
 }
 
 double Studio::Now() {
@@ -70,12 +90,8 @@ double Studio::Now() {
 void Studio::Update() {
   PackageState package = stage_->package();
   if (package.version != package_.version) {
-    package_ = std::move(package);
-    untimed_ = kUntimed;
-    if (package_.effect) {
-      sheet_.SetEffect(*package_.effect);
-      groups_ = GroupParameters(*package_.effect);
-    }
+    std::string problem = TakePackage(std::move(package));
+    if (!problem.empty()) Say(std::move(problem), true);
   }
   export_ = stage_->export_state();
   if (stage_->TakeFrame(&frame_)) {
@@ -87,13 +103,25 @@ void Studio::Update() {
       times_.Add(static_cast<float>(frame_.effect_ms));
     }
   }
-  if (sent_revision_ != sheet_.revision()) {
-    sent_revision_ = sheet_.revision();
-    settings_.values = sheet_.changed();
+  if (sent_revision_ != values_.revision()) {
+    sent_revision_ = values_.revision();
+    settings_.values = values_.Tracks();
     settings_changed_ = true;
+    unsaved_ = tool::KeyframeText(settings_.values) != saved_text_;
   }
   if (settings_changed_) stage_->SetPreview(settings_);
   settings_changed_ = false;
+}
+
+std::string Studio::TakePackage(PackageState package) {
+  package_ = std::move(package);
+  untimed_ = kUntimed;
+  if (!package_.effect) return {};
+  groups_ = GroupParameters(*package_.effect);
+  const std::vector<std::string> gone = values_.SetEffect(*package_.effect);
+  if (keys().Find(chosen_) == nullptr) chosen_.clear();
+  if (!gone.empty()) return KeysGone(gone);
+  return std::exchange(keyframes_to_load_, false) ? LoadKeyframes() : std::string();
 }
 
 void Studio::TogglePlay() {
@@ -106,12 +134,11 @@ void Studio::TogglePlay() {
 
 void Studio::Seek(double seconds) { clock_.Seek(seconds, Now()); }
 
+void Studio::SeekFrame(int64_t frame) { Seek(clip_->TimeOf(frame)); }
+
 void Studio::Step(int64_t frames) {
   Pause();
-  const double rate = clip_->video().rate.PerSecond();
-  const auto shown = static_cast<int64_t>(std::floor(position() * rate + 1e-6));
-  const int64_t frame = std::clamp<int64_t>(shown + frames, 0, clip_->frame_count() - 1);
-  Seek(static_cast<double>(frame) / rate);
+  SeekFrame(std::clamp<int64_t>(frame_now() + frames, 0, clip_->frame_count() - 1));
 }
 
 host::PictureSize Studio::SizeNow() const {
@@ -154,19 +181,11 @@ void Studio::SetQuality(const std::string& quality) {
   settings_changed_ = true;
 }
 
-void Studio::SetValue(const host::ParameterListing& parameter, host::HostValue value) {
-  sheet_.Set(parameter, std::move(value));
-}
-
-void Studio::Reset(std::string_view name) { sheet_.Reset(name); }
-
-void Studio::ResetAll() { sheet_.ResetAll(); }
-
 void Studio::SaveDefaults() {
-  if (sheet_.changed().empty()) return Say("Nothing to save: every value is the default.", false);
+  if (sheet().changed().empty()) return Say("Nothing to save: every value is the default.", false);
   std::string error;
-  const size_t count = sheet_.changed().size();
-  if (!krv::studio::SaveDefaults(package_folder_ / host::kDescriptionFileName, sheet_.changed(),
+  const size_t count = sheet().changed().size();
+  if (!krv::studio::SaveDefaults(package_folder_ / host::kDescriptionFileName, sheet().changed(),
                                  &error)) {
     return Say(error, true);
   }
@@ -177,7 +196,7 @@ void Studio::SaveDefaults() {
 
 void Studio::StartExport(const std::string& output, bool transparent) {
   Pause();
-  stage_->StartExport(output, transparent, sheet_.changed());
+  stage_->StartExport(output, transparent, values_.Tracks());
   export_ = stage_->export_state();
 }
 

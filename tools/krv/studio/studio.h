@@ -13,10 +13,10 @@
 
 #include "studio/clip.h"
 #include "studio/parameter_groups.h"
-#include "studio/parameter_sheet.h"
 #include "studio/player_clock.h"
 #include "studio/sound_feeder.h"
 #include "studio/stage.h"
+#include "studio/value_sheet.h"
 
 namespace krv::studio {
 
@@ -52,8 +52,9 @@ class Studio {
  public:
   struct Options {
     std::filesystem::path plugin;
-    std::filesystem::path package;  // the package's folder
-    std::function<void()> on_news;  // called on another thread when Update has something to do
+    std::filesystem::path package;    // the package's folder
+    std::filesystem::path keyframes;  // a file with the first values; empty for none
+    std::function<void()> on_news;    // called on another thread when Update has something to do
   };
 
   // Null on failure, with one line in *error.
@@ -78,6 +79,8 @@ class Studio {
   void ToggleLoop() { clock_.SetLoop(!loop(), Now()); }
   void ToggleMute() { feeder_.SetMuted(!muted()); }
   void Seek(double seconds);
+  void SeekFrame(int64_t frame);
+  int64_t frame_now() const { return clip_->FrameAt(position()); }
   void Step(int64_t frames);  // from the frame shown; pauses
   const Clip& clip() const { return *clip_; }
   SoundFeeder& feeder() { return feeder_; }
@@ -97,13 +100,40 @@ class Studio {
   // The package.
   const std::filesystem::path& package_folder() const { return package_folder_; }
   const PackageState& package() const { return package_; }
-  const ParameterSheet& sheet() const { return sheet_; }
+  const ParameterSheet& sheet() const { return values_.constants(); }
   const std::vector<ParameterGroup>& groups() const { return groups_; }
+  // At the position.
+  host::HostValue Value(const host::ParameterListing& parameter) const;
+  // Of a parameter with keys: the key at the position; it pauses, since that is one frame's.
   void SetValue(const host::ParameterListing& parameter, host::HostValue value);
-  void Reset(std::string_view name);
-  void ResetAll();
+  // To the default.
+  void Reset(const host::ParameterListing& parameter);
+  // Values that do not change over time.
+  void ResetAll() { values_.ResetAll(); }
   // Writes the values into the description, as its defaults.
   void SaveDefaults();
+
+  // Values over time, at the position.
+  const KeySheet& keys() const { return values_.keys(); }
+  void ToggleKey(const host::ParameterListing& parameter);
+  void RemoveKeys(const host::ParameterListing& parameter);
+  void SetWay(std::string_view name, tool::Way way);
+  // Moves the keys of a frame, those of the chosen parameter or all, as KeySheet::Move does, and
+  // goes along. Returns the frame that they are at.
+  int64_t MoveKeys(int64_t from, int64_t to);
+  // To the next frame that has keys, or back to the one before.
+  void SeekKey(bool next);
+  // The parameter whose keys alone are meant by the operations above; empty for all.
+  const std::string& chosen() const { return chosen_; }
+  // Of parameters with keys; the same name again, or an empty one, for all.
+  void Choose(std::string_view name);
+
+  // The file that all values are saved in; empty when it has no name yet.
+  const std::filesystem::path& keyframe_file() const { return keyframe_file_; }
+  // Whether there are keys, or were in the file, and values are not as in it.
+  bool KeyframesUnsaved() const { return unsaved_ && (!keys().empty() || !keyframe_file_.empty()); }
+  // Writes all values, so that `krv render --params` draws what is seen. False when it cannot.
+  bool SaveKeyframes(const std::filesystem::path& file);
 
   // Exporting.
   const ExportState& export_state() const { return export_; }
@@ -120,6 +150,9 @@ class Studio {
   Studio(Options options, std::unique_ptr<Clip> clip);
   void Say(std::string text, bool is_error);
   host::PictureSize SizeNow() const;
+  // Both return one line about what is wrong, or nothing.
+  std::string TakePackage(PackageState package);
+  std::string LoadKeyframes();
 
   std::filesystem::path package_folder_;
   std::unique_ptr<Clip> clip_;
@@ -129,8 +162,13 @@ class Studio {
   host::PictureSize viewport_{1280, 720};
   PreviewSettings settings_;
   bool settings_changed_ = false;
-  uint64_t sent_revision_ = 0;  // of the sheet
-  ParameterSheet sheet_;
+  ValueSheet values_;
+  uint64_t sent_revision_ = 0;  // of values_
+  std::filesystem::path keyframe_file_;
+  bool keyframes_to_load_ = false;  // as soon as a version of the package works
+  std::string saved_text_;          // of the file
+  bool unsaved_ = false;            // whether the values would make another text
+  std::string chosen_;
   std::vector<ParameterGroup> groups_;
   PackageState package_;
   ExportState export_;

@@ -13,9 +13,9 @@ namespace krv::studio {
 namespace {
 
 constexpr float kTopBar = 56;
-constexpr float kSideLeast = 340;
+constexpr float kSideLeast = 350;
 constexpr float kSideMost = 440;
-constexpr float kSideShare = 0.28f;
+constexpr float kSideShare = 0.29f;
 constexpr int kWaitPlaying = 33;  // milliseconds; a new picture ends the wait
 constexpr int kWaitIdle = 200;
 constexpr int kSettling = 3;  // pictures that Dear ImGui takes to show the effect of an event
@@ -57,7 +57,7 @@ bool StudioWindow::Turn() {
 }
 
 void StudioWindow::Handle(const SDL_Event& event) {
-  if (event.type == SDL_QUIT) closed_ = true;
+  if (event.type == SDL_QUIT) Close();
   if (event.type != SDL_KEYDOWN) return;
   const auto command = CommandFor(event.key, ImGui::GetIO().WantTextInput);
   if (command) Do(*command);
@@ -77,6 +77,10 @@ void StudioWindow::Do(Command command) {
       return studio_->Step(-second);
     case Command::kSecondOn:
       return studio_->Step(second);
+    case Command::kKeyBack:
+      return studio_->SeekKey(false);
+    case Command::kKeyOn:
+      return studio_->SeekKey(true);
     case Command::kToBegin:
       return studio_->Seek(0);
     case Command::kToEnd:
@@ -87,16 +91,35 @@ void StudioWindow::Do(Command command) {
       return studio_->ToggleMute();
     case Command::kToggleTheme:
       return look_->SetTheme(look_->theme() == Theme::kDark ? Theme::kLight : Theme::kDark);
-    case Command::kSave:
+    case Command::kSaveDefaults:
       return studio_->SaveDefaults();
+    case Command::kSaveKeyframes:
+      return SaveKeyframes();
     case Command::kExport:
       return export_.Open(*studio_);
     case Command::kDismiss:
       if (export_.open()) export_.Dismiss(studio_.get());
+      keyframes_.Dismiss();
       return;
     case Command::kQuit:
-      closed_ = true;
-      return;
+      return Close();
+  }
+}
+
+void StudioWindow::SaveKeyframes() {
+  if (studio_->keys().empty() && studio_->keyframe_file().empty()) return;
+  if (studio_->keyframe_file().empty()) {
+    keyframes_.Open(*studio_, false);
+  } else {
+    studio_->SaveKeyframes(studio_->keyframe_file());
+  }
+}
+
+void StudioWindow::Close() {
+  if (studio_->KeyframesUnsaved()) {
+    keyframes_.Open(*studio_, true);
+  } else {
+    closed_ = true;
   }
 }
 
@@ -132,9 +155,19 @@ void StudioWindow::DrawTopBar(const Ui& ui, float width) {
   ImGui::SetCursorScreenPos({right, y});
   if (TextButton(ui, "save", "Save as defaults", ButtonKind::kPlain,
                  !studio_->sheet().changed().empty())) {
-    Do(Command::kSave);
+    Do(Command::kSaveDefaults);
   }
   Tip(ui, "Write the values into description.json (Ctrl+S)");
+  const bool has_file = !studio_->keyframe_file().empty();
+  if (has_file || !studio_->keys().empty()) {
+    const char* text = has_file ? "Save keyframes" : "Save keyframes\xE2\x80\xA6";
+    right -= button_width(text) + ui.look.Px(8);
+    ImGui::SetCursorScreenPos({right, y});
+    if (TextButton(ui, "save_keyframes", text, ButtonKind::kPlain, studio_->KeyframesUnsaved())) {
+      Do(Command::kSaveKeyframes);
+    }
+    Tip(ui, "Write all values into a file for krv render --params (Ctrl+Shift+S)");
+  }
   right -= ui.look.Px(32) + ui.look.Px(8);
   ImGui::SetCursorScreenPos({right, y + ui.look.Px(1)});
   const bool dark = ui.look.theme() == Theme::kDark;
@@ -209,7 +242,7 @@ void StudioWindow::Draw() {
                ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove |
                    ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoNav |
                    ImGuiWindowFlags_NoBringToFrontOnFocus | ImGuiWindowFlags_NoBackground);
-  ImGui::BeginDisabled(export_.open());
+  ImGui::BeginDisabled(export_.open() || keyframes_.open());
   DrawTopBar(ui, screen.x);
 
   const float top = look_->Px(kTopBar) + 1;
@@ -243,6 +276,8 @@ void StudioWindow::Draw() {
   ImGui::EndDisabled();
   ImGui::End();
   export_.Draw(ui);
+  keyframes_.Draw(ui);
+  closed_ = closed_ || keyframes_.TakesLeave();
   ImGui::PopFont();
   window_->EndFrame(colours.panel,
                     {{{0, top}, {left, top + picture + problems}, colours.background}});

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "studio/export_dialog.h"
+#include "studio/keyframe_dialog.h"
 #include "studio/look.h"
 #include "studio/marks.h"
 #include "studio/parameter_panel.h"
@@ -44,6 +45,9 @@ class StudioWindow {
   StudioWindow() = default;
   void Handle(const SDL_Event& event);
   void Do(Command command);
+  void SaveKeyframes();
+  // Asks first where something would be lost.
+  void Close();
   void Draw();
   void DrawTopBar(const Ui& ui, float width);
   void DrawPicture(const Ui& ui, ImVec2 size);
@@ -58,6 +62,7 @@ class StudioWindow {
   ParameterPanel parameters_;
   TransportPanel transport_;
   ExportDialog export_;
+  KeyframeDialog keyframes_;
   uint64_t shown_ = 0;  // pictures of the stage
   int restless_ = 3;    // turns for which the window is drawn again, come what may
   bool closed_ = false;

@@ -11,7 +11,8 @@ namespace krv::studio {
 namespace {
 
 constexpr float kTimeline = 40;
-constexpr float kColumn = 3;  // units of a column of the timeline
+constexpr float kColumn = 3;          // units of a column of the timeline
+constexpr float kRoomyChoices = 560;  // units that choices with captions take
 
 // "1:02.04": minutes, seconds, frame.
 std::string TimeText(double seconds, double rate) {
@@ -119,38 +120,62 @@ void TransportPanel::DrawButtons(const Ui& ui, float width) {
                  muted ? "Sound on (M)" : "Mute (M)", muted)) {
     studio.ToggleMute();
   }
+  if (!studio.keys().empty()) {
+    ImGui::SameLine(0, ui.look.Px(16));
+    if (IconButton(ui, "key_back", Icon::kKeyBack, "To the key before (Ctrl+Left)")) {
+      studio.SeekKey(false);
+    }
+    ImGui::SameLine(0, ui.look.Px(4));
+    if (IconButton(ui, "key_on", Icon::kKeyOn, "To the next key (Ctrl+Right)")) {
+      studio.SeekKey(true);
+    }
+  }
 
-  // From the right: quality, size.
-  const float quality = ui.look.Px(232);
-  const float size = ui.look.Px(168);
-  const float text_y = start.y + ui.look.Px(11);
-  ImGui::SetCursorScreenPos({start.x + width - quality, start.y + ui.look.Px(6)});
+  DrawChoices(ui, {start.x + width, start.y + ui.look.Px(6)},
+              start.x + width - ImGui::GetItemRectMax().x);
+  ImGui::SetCursorPosX(left);
+}
+
+void TransportPanel::DrawChoices(const Ui& ui, ImVec2 end, float room) {
+  Studio& studio = ui.studio;
+  const bool roomy = room > ui.look.Px(kRoomyChoices);
+  float right = end.x;
+  // Draws one on the left of what there is. Where there is little room it opens a list.
+  const auto choose = [&](const char* id, const char* caption,
+                          const std::vector<std::string>& texts, float wide, float narrow,
+                          int* chosen) {
+    const float width = ui.look.Px(roomy ? wide : narrow);
+    right -= width;
+    ImGui::SetCursorScreenPos({right, end.y});
+    const bool changed = roomy ? Segments(ui, id, texts, chosen, width)
+                               : DropDown(ui, id, caption, texts, chosen, width);
+    right -= ui.look.Px(8);
+    if (roomy) {
+      ImFont* font = ui.look.fonts().small;
+      right -= SizeOf(font, caption).x;
+      PutText(ImGui::GetWindowDrawList(), font, {right, end.y + ui.look.Px(5)},
+              ui.look.colours().dim, caption);
+      right -= ui.look.Px(20);
+    }
+    return changed;
+  };
   int chosen = 0;
   std::vector<std::string> texts;
   for (int i = 0; i < 4; ++i) {
     texts.emplace_back(kQualities[i].text);
     if (studio.quality() == kQualities[i].quality) chosen = i;
   }
-  if (Segments(ui, "quality", texts, &chosen, quality)) {
+  if (choose("quality", "Quality", texts, 232, 92, &chosen)) {
     studio.SetQuality(kQualities[chosen].quality);
   }
-  const auto caption = [&](const char* text, float right) {
-    const ImVec2 extent = SizeOf(ui.look.fonts().small, text);
-    PutText(list, ui.look.fonts().small, {right - extent.x - ui.look.Px(8), text_y}, colours.dim,
-            text);
-    return extent.x + ui.look.Px(8);
-  };
-  float right = start.x + width - quality;
-  right -= caption("Quality", right) + ui.look.Px(20);
-  ImGui::SetCursorScreenPos({right - size, start.y + ui.look.Px(6)});
   texts.clear();
   for (int i = 0; i < 4; ++i) {
     texts.emplace_back(kSizes[i].text);
     if (studio.preview_size() == kSizes[i].size) chosen = i;
   }
-  if (Segments(ui, "size", texts, &chosen, size)) studio.SetPreviewSize(kSizes[chosen].size);
-  caption("Picture", right - size);
-  ImGui::SetCursorPosX(left);
+  if (choose("size", "Picture", texts, 168, 60, &chosen)) {
+    studio.SetPreviewSize(kSizes[chosen].size);
+  }
 }
 
 void TransportPanel::Draw(const Ui& ui) {
@@ -159,7 +184,8 @@ void TransportPanel::Draw(const Ui& ui) {
   const ImVec2 start = ImGui::GetCursorScreenPos();
   ImGui::SetCursorScreenPos({start.x + pad, start.y + ui.look.Px(14)});
   DrawTimeline(ui, width);
-  ImGui::SetCursorScreenPos({start.x + pad, start.y + ui.look.Px(66)});
+  keys_.Draw(ui, {start.x + pad, start.y + ui.look.Px(57)}, width);
+  ImGui::SetCursorScreenPos({start.x + pad, start.y + ui.look.Px(80)});
   DrawButtons(ui, width);
 }
 

@@ -21,6 +21,13 @@ void FillItem(ImU32 colour, float rounding) {
 
 }  // namespace
 
+void DrawChevron(ImDrawList* list, ImVec2 centre, float half, bool up, ImU32 colour, float width) {
+  const float rise = up ? half / 2 : -half / 2;
+  const ImVec2 tip{centre.x, centre.y - rise};
+  list->AddLine({centre.x - half, centre.y + rise}, tip, colour, width);
+  list->AddLine(tip, {centre.x + half, centre.y + rise}, colour, width);
+}
+
 void PutText(ImDrawList* list, ImFont* font, ImVec2 at, ImU32 colour, const std::string& text) {
   const ImVec2 whole{std::round(at.x), std::round(at.y)};
   list->AddText(font, font->FontSize, whole, colour, text.data(), text.data() + text.size());
@@ -147,6 +154,39 @@ bool Segments(const Ui& ui, const char* id, const std::vector<std::string>& text
             texts[i]);
   }
   ImGui::PopStyleVar();
+  return changed;
+}
+
+bool DropDown(const Ui& ui, const char* id, const char* tip, const std::vector<std::string>& texts,
+              int* chosen, float width) {
+  ImGui::PushFont(ui.look.fonts().small);
+  ImGui::PushStyleVar(ImGuiStyleVar_FramePadding,
+                      {ui.look.Px(8), (ui.look.Px(24) - ui.look.fonts().small->FontSize) / 2});
+  ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, {ui.look.Px(8), ui.look.Px(8)});
+  ImGui::SetNextItemWidth(width);
+  bool changed = false;
+  const std::string label = std::string("##") + id;
+  const bool open = ImGui::BeginCombo(label.c_str(), texts[static_cast<size_t>(*chosen)].c_str(),
+                                      ImGuiComboFlags_NoArrowButton);
+  ImGui::PopStyleVar(2);
+  if (open) {
+    for (size_t i = 0; i < texts.size(); ++i) {
+      const bool is_chosen = static_cast<int>(i) == *chosen;
+      if (ImGui::Selectable(texts[i].c_str(), is_chosen) && !is_chosen) {
+        *chosen = static_cast<int>(i);
+        changed = true;
+      }
+      ui.marks.SetItem(id + ("/" + std::to_string(i)));
+    }
+    ImGui::EndCombo();
+  } else {
+    ui.marks.SetItem(id);
+    Tip(ui, tip);
+    const ImVec2 end = ImGui::GetItemRectMax();
+    DrawChevron(ImGui::GetWindowDrawList(), {end.x - ui.look.Px(13), MiddleOfItem().y},
+                ui.look.Px(3.5f), false, ui.look.colours().dim, ui.look.Px(1.5f));
+  }
+  ImGui::PopFont();
   return changed;
 }
 

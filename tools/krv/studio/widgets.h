@@ -26,6 +26,10 @@ bool Toggle(const Ui& ui, const char* id, bool* on);
 bool Segments(const Ui& ui, const char* id, const std::vector<std::string>& texts, int* chosen,
               float width);
 
+// The same as a list that opens; `tip` says of what.
+bool DropDown(const Ui& ui, const char* id, const char* tip, const std::vector<std::string>& texts,
+              int* chosen, float width);
+
 // A number between limits, with a mark at `usual`; whether *value was changed. Two clicks set it to
 // `usual`.
 bool Slider(const Ui& ui, const char* id, float width, double* value, double minimum,
@@ -36,6 +40,9 @@ bool ColourField(const Ui& ui, const char* id, int* rgb, ImVec2 size);
 
 // Shows what the item given last is for while the mouse rests on it.
 void Tip(const Ui& ui, const char* text);
+
+// The mark of what can be opened, or closed with `up`; `half` of its width.
+void DrawChevron(ImDrawList* list, ImVec2 centre, float half, bool up, ImU32 colour, float width);
 
 // Text at a place, without moving on.
 void PutText(ImDrawList* list, ImFont* font, ImVec2 at, ImU32 colour, const std::string& text);
