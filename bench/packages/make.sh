@@ -39,7 +39,7 @@ for count in 1 2 3 4; do
   shaders=
   for ((row = 0; row < count; row++)); do
     # The first pass would read the picture below.
-    below="texture2D(background_tex, at)"
+    below="texelFetch2D(background_tex, ivec2(gl_FragCoord.xy), 0)"
     [ "$row" -gt 0 ] || below="vec4(0.0)"
     sed -e "s/@ROW@/$row.0/" -e "s/@ROWS@/4.0/" -e "s/@BELOW@/$below/" \
       -e "$([ "$row" -gt 0 ] || echo '/background_tex;/d')" \
