@@ -115,14 +115,13 @@ class CompositorTest : public EffectTest {
     return LargestDifference(cpu_output, gpu_output, shape);
   }
 
-  FallingNoise noise_;
-  TestMask person_{64, 36, {24, 6, 16, 30}};
-
- private:
   void Render(KRVEffect& effect, host::MemoryFrame* output) {
     context_.output = output;
     EXPECT_EQ(ProcessFrame(effect, context_), kOk);
   }
+
+  FallingNoise noise_;
+  TestMask person_{64, 36, {24, 6, 16, 30}};
 };
 
 class Compositors : public CompositorTest, public testing::WithParamInterface<std::string> {};
@@ -187,6 +186,26 @@ TEST_F(CompositorTest, AgreeFrameAfterFrameAsAFlatFigureMoves) {
                                      std::pair{20.0F, 0.2F}, std::pair{300.0F, 0.2F}}) {
     context_.answers = {{"position_y", Float(place)}, {"scale_y", Float(scale)}};
     EXPECT_LE(Difference(*on_cpu, *on_gpu, {640, 400, kPixel8, 0}), 1.001 * kStep) << place;
+  }
+}
+
+// Between two texels of the effect its edge takes as many pixels as the frame has for them.
+TEST_F(CompositorTest, MakeTheEdgeOfAFigureNoSofterThanTheEffectSizeDoes) {
+  const FrameShape shape = {3840, 2160, kPixel8, 0};
+  const Package package = PassPackage({Fragment(
+      "gl_FragColor = vec4(1.0, 1.0, 1.0, 0.9 * step(0.4, gl_FragCoord.x / iResolution.x));",
+      "uniform vec2 iResolution;")});
+  host::MemoryFrame black = NewFrame(shape);
+  context_.input = &black;
+  for (const Package& form : {package, LeftToTheGpu(package)}) {
+    host::MemoryFrame output = NewFrame(shape);
+    const Instance effect = host_.Make(form);
+    Render(*effect, &output);
+    const auto* row = static_cast<const uint8_t*>(output.GetPixels()) + ptrdiff_t{1000} * 3840 * 4;
+    int between = 0;
+    for (ptrdiff_t x = 0; x < 3840; ++x) between += row[4 * x] > 0 && row[4 * x] < 229 ? 1 : 0;
+    EXPECT_GT(between, 0);
+    EXPECT_LE(between, (3840 + 852) / 853);
   }
 }
 
