@@ -14,10 +14,14 @@ namespace {
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-std::string NumberText(double number) {
-  std::array<char, 32> text;
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), number);
-  return {text.data(), end.ptr};
+// As the package says it: limits of floats are floats, 0.05 and not 0.05000000074505806.
+std::string LimitText(ParameterKind kind, double limit) {
+  std::array<char, 64> text;
+  char* const end = text.data() + text.size();
+  const auto written = kind == kKindFloat
+                           ? std::to_chars(text.data(), end, static_cast<float>(limit))
+                           : std::to_chars(text.data(), end, limit);
+  return {text.data(), written.ptr};
 }
 
 // The whole of `text` as a number of type T, or nothing.
@@ -121,8 +125,9 @@ std::optional<std::string> BeyondLimits(const ParameterListing& parameter, const
   if (!parameter.HasRange() || (number >= parameter.minimum && number <= parameter.maximum)) {
     return std::nullopt;
   }
-  return "parameter " + Quoted(parameter.name) + " lies between " + NumberText(parameter.minimum) +
-         " and " + NumberText(parameter.maximum) + "; " + std::string(text) + " does not";
+  return "parameter " + Quoted(parameter.name) + " lies between " +
+         LimitText(parameter.kind, parameter.minimum) + " and " +
+         LimitText(parameter.kind, parameter.maximum) + "; " + std::string(text) + " does not";
 }
 
 std::optional<HostValue> ParseParameterValue(const ParameterListing& parameter,

@@ -16,6 +16,7 @@ EffectListing Effect() {
   effect.parameters = {
       {.name = "count", .label = "count", .kind = kKindInt, .minimum = 1, .maximum = 200},
       {.name = "gain", .label = "gain", .kind = kKindFloat, .minimum = 0, .maximum = 1.5},
+      {.name = "width", .label = "width", .kind = kKindFloat, .minimum = 0.05f, .maximum = 2.1f},
       {.name = "free", .label = "free", .kind = kKindFloat},
       {.name = "mirror", .label = "mirror", .kind = kKindBool, .maximum = 1},
       {.name = "color", .label = "color", .kind = kKindColor, .maximum = 0xFFFFFF},
@@ -79,6 +80,7 @@ TEST(HostParameterValues, ParameterWithoutAnnouncedLimitsTakesAnyValue) {
 TEST(HostParameterValues, OutsideTheLimitsIsRefusedWithTheLimits) {
   EXPECT_THAT(ErrorOf("count=201"), HasSubstr("\"count\" lies between 1 and 200"));
   EXPECT_THAT(ErrorOf("gain=-0.1"), HasSubstr("\"gain\" lies between 0 and 1.5"));
+  EXPECT_THAT(ErrorOf("width=9"), HasSubstr("\"width\" lies between 0.05 and 2.1; 9 does not"));
 }
 
 TEST(HostParameterValues, WrongKindIsRefusedWithTheKindWanted) {
