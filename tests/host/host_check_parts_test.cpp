@@ -154,6 +154,13 @@ TEST_F(DescriptionCheck, MissingShaderFileIsNamedAtItsEntry) {
               ElementsAre(HasSubstr("d:9: error: /opengl_vert/0: there is no file")));
 }
 
+TEST_F(DescriptionCheck, BuiltinShaderInAPackageWithAVersionIsExplained) {
+  EXPECT_THAT(CheckWith("\"params\": [],\n\"version\": \"1\""),
+              ElementsAre(HasSubstr("is for packages without \"version\"")));
+  host::WriteFile(Path("audio_visualization_geometry.frag"), "");
+  EXPECT_THAT(CheckWith("\"params\": [],\n\"version\": \"1\""), IsEmpty());
+}
+
 TEST_F(DescriptionCheck, ShaderFilesMayUseEitherSeparator) {
   host::WriteFile(Path("sub/a.frag"), "");
   EXPECT_THAT(CheckWith("\"params\": [], \"blend_script\": \"sub\\\\a.frag\""), IsEmpty());

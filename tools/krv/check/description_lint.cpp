@@ -28,6 +28,11 @@ const std::vector<std::string>& Keys() {
   return keys;
 }
 
+bool HasBuiltinName(const std::string& entry) {
+  const std::string name = entry.substr(entry.rfind('\\') + 1);
+  return std::find(kBuiltinShaders.begin(), kBuiltinShaders.end(), name) != kBuiltinShaders.end();
+}
+
 class DescriptionLint {
  public:
   DescriptionLint(const DescriptionDocument& document, const std::filesystem::path& folder,
@@ -135,10 +140,20 @@ class DescriptionLint {
     Report(pointer, Severity::kError, "there is no file " + host::Utf8(file));
   }
 
-  void LintShaders() {
-    for (const auto& [pointer, entry] : Entries("opengl_frag")) {
-      if (!IsBuiltinShader(json_, entry)) LintFile(pointer, entry);
+  // A package with a version may have a file of a built-in shader's name.
+  void LintFragmentShader(const std::string& pointer, const std::string& entry) {
+    if (IsBuiltinShader(json_, entry)) return;
+    if (!HasBuiltinName(entry) || host::platform::IsFile(PackageFile(folder_, entry))) {
+      LintFile(pointer, entry);
+      return;
     }
+    Report(pointer, Severity::kError,
+           "there is no file " + host::Utf8(PackageFile(folder_, entry)) +
+               "; the built-in shader of this name is for packages without \"version\"");
+  }
+
+  void LintShaders() {
+    for (const auto& [pointer, entry] : Entries("opengl_frag")) LintFragmentShader(pointer, entry);
     if (!json_.contains("opengl_frag") || json_["opengl_frag"] == Json::array()) {
       Report("", Severity::kError, "\"opengl_frag\" names no shader: the effect draws nothing");
     }
@@ -185,9 +200,7 @@ bool IsBuiltinShader(const nlohmann::ordered_json& description, const std::strin
   const auto version = description.find("version");
   const bool no_version = version == description.end() ||
                           (version->is_string() && version->get_ref<const std::string&>().empty());
-  if (!no_version) return false;
-  const std::string name = entry.substr(entry.rfind('\\') + 1);
-  return std::find(kBuiltinShaders.begin(), kBuiltinShaders.end(), name) != kBuiltinShaders.end();
+  return no_version && HasBuiltinName(entry);
 }
 
 std::vector<std::string> TextsOf(const nlohmann::ordered_json& description, const char* key) {
