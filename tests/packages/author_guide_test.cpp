@@ -1,36 +1,29 @@
-// The examples in docs/package-authors.md.
-#include <fstream>
+// The example packages in the guides.
 #include <nlohmann/json.hpp>
 
 #include "check/package_check.h"
+#include "guides/guide_text.h"
 #include "packages/package_fixture.h"
 #include "support/scratch_folder.h"
 
 namespace krv::test {
 namespace {
 
-using Files = std::map<std::string, std::string>;  // by name
+struct GuidePackage {
+  std::string folder;
+  std::string unique_name;
+};
 
-// The blocks of the guide that a line with nothing but a file's name stands above; a description
-// begins a package.
-std::vector<Files> GuidePackages() {
-  std::vector<Files> packages;
-  std::ifstream guide(KRV_AUTHOR_GUIDE);
-  std::string* file = nullptr;
-  std::string name;
-  for (std::string line; std::getline(guide, line);) {
-    if (line.starts_with("```")) {
-      if (file != nullptr || name.empty()) {
-        file = nullptr;
-      } else {
-        if (name == "description.json") packages.emplace_back();
-        file = &packages.back()[name];
-      }
-      name.clear();
-    } else if (file != nullptr) {
-      *file += line + "\n";
-    } else if (line.starts_with('`') && line.ends_with("`:")) {
-      name = line.substr(1, line.size() - 3);
+// Writes the files that the guides show into a folder; the packages among them.
+std::vector<GuidePackage> WriteGuidePackages(const ScratchFolder& folder) {
+  std::vector<GuidePackage> packages;
+  for (const Guide& guide : AllGuides()) {
+    for (const GuideBlock& block : guide.blocks()) {
+      if (block.file.empty()) continue;
+      folder.Write(block.file, block.text);
+      if (!block.file.ends_with("/description.json")) continue;
+      packages.push_back({block.file.substr(0, block.file.find('/')),
+                          nlohmann::json::parse(block.text).at("unique_name")});
     }
   }
   return packages;
@@ -39,23 +32,20 @@ std::vector<Files> GuidePackages() {
 class AuthorGuide : public PackageTest {};
 
 TEST_F(AuthorGuide, ItsExamplesPassTheCheckAndDraw) {
-  const std::vector<Files> packages = GuidePackages();
-  EXPECT_EQ(packages.size(), 3u);
+  const ScratchFolder folder;
+  const std::vector<GuidePackage> packages = WriteGuidePackages(folder);
+  EXPECT_EQ(packages.size(), 7u);
   tool::PackageChecker checker(plugin_);
-  for (const Files& package : packages) {
-    const ScratchFolder folder;
-    for (const auto& [name, text] : package) folder.Write(name, text);
-    const std::string effect =
-        nlohmann::json::parse(package.at("description.json")).at("unique_name");
-    for (const tool::Finding& finding : checker.Check(folder.path())) {
+  for (const GuidePackage& package : packages) {
+    for (const tool::Finding& finding : checker.Check(folder.path() / package.folder)) {
       ADD_FAILURE() << tool::ToText(finding);
     }
-    const auto session = Open(folder.path(), effect);
-    EXPECT_FALSE(Same(Render(session.get(), {}), scene_.picture())) << effect;
+    const auto session = Open(folder.path() / package.folder, package.unique_name);
+    EXPECT_FALSE(Same(Render(session.get(), {}), scene_.picture())) << package.folder;
     // The corner is away from every figure, and the blend has reached it.
     EXPECT_EQ(std::memcmp(Render(session.get(), {}).Pixel(2, 2), scene_.picture().Pixel(2, 2), 4),
               0)
-        << effect;
+        << package.folder;
   }
 }
 
