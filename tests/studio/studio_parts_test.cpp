@@ -133,6 +133,15 @@ TEST_F(StudioFiles, SavedDefaultsAreInTheFileAndNothingElseIsInTheFolder) {
   EXPECT_THAT(error, HasSubstr("none.json"));
 }
 
+TEST_F(StudioFiles, WhereNothingCanBeWrittenACopyIsAdvised) {
+  host::WriteFile(Path("description.json"), kDescription);
+  std::filesystem::create_directory(Path("description.json.part"));  // which no file can replace
+  std::string error;
+  EXPECT_FALSE(SaveDefaults(Path("description.json"), {{"gain", 0.75f}}, &error));
+  EXPECT_THAT(error, HasSubstr("krv new NAME --from EFFECT"));
+  EXPECT_EQ(host::ReadFile(Path("description.json")), kDescription);
+}
+
 TEST_F(StudioFiles, AChangeIsNoticedOnceWhenItHasSettled) {
   host::WriteFile(Path("a.frag"), "one");
   host::WriteFile(Path("sub/b.frag"), "one");

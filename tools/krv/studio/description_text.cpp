@@ -103,6 +103,11 @@ bool SaveDefaults(const std::filesystem::path& description, const ValuesByName& 
   std::filesystem::path part = description;
   part += ".part";
   std::ofstream out(host::platform::OpenablePath(part), std::ios::binary | std::ios::trunc);
+  if (!out) {  // as in the folders of an installed program
+    *error = host::Utf8(description.parent_path()) +
+             ": no file can be written here; `krv new NAME --from EFFECT` makes a copy of your own";
+    return false;
+  }
   out << *changed;
   out.close();
   std::error_code code;
