@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# package.sh [PRESET...]: makes the packages of the presets linux and windows (default: both):
-# build/linux/krv_VERSION-0krv1_amd64.deb and build/windows/krvAudioVisualPlugin-VERSION-windows-x64.zip.
+# package.sh [PRESET...]: makes the packages of the presets linux and windows (default: both), which are
+# build/linux/krv_VERSION-0krv1_amd64.deb and
+# build/windows/krvAudioVisualPlugin-VERSION-windows-x64.zip.
 # The same sources make the same Debian package: its times are those of the last commit.
 set -euo pipefail
 cd "$(dirname "$0")/.."
