@@ -28,6 +28,7 @@ host::EffectListing Effect() {
       {.name = "gain", .label = "", .kind = kKindFloat, .maximum = 100, .default_number = 5},
       {.name = "count", .label = "", .kind = kKindInt, .maximum = 9, .default_number = 1},
       {.name = "tint", .label = "", .kind = kKindColor, .maximum = 0xFFFFFF},
+      {.name = "ramp", .label = "", .kind = kKindText, .default_text = "2,0,0;255,100"},
   };
   return effect;
 }
@@ -130,6 +131,34 @@ TEST_F(StudioKeys, TheWayIsThatOfTheKeyAtTheFrameOrBeforeIt) {
   sheet_.SetWay("gain", 10, Way::kSmooth);
   EXPECT_EQ(GainAt(15), 30);
   EXPECT_LT(GainAt(12), 24);
+}
+
+TEST_F(StudioKeys, TheWayFromKeysOfOneFrameIsToldWhereTheyAgree) {
+  Put(10, 20);
+  sheet_.ToggleKey(count(), 10);
+  sheet_.SetWay("gain", 10, Way::kSmooth);
+  EXPECT_EQ(sheet_.keys().WayFrom("gain", 10), Way::kSmooth);
+  EXPECT_FALSE(sheet_.keys().WayFrom("gain", 11));
+  EXPECT_FALSE(sheet_.keys().WayFrom("", 10));
+  sheet_.SetWay("count", 10, Way::kSmooth);
+  EXPECT_EQ(sheet_.keys().WayFrom("", 10), Way::kSmooth);
+}
+
+TEST_F(StudioKeys, ColoursAndGradientsMoveToo) {
+  const auto& tint = *effect_.Find("tint");
+  const auto& ramp = *effect_.Find("ramp");
+  sheet_.ToggleKey(tint, 0);
+  sheet_.Set(tint, 0, int32_t{0xFF0000});
+  sheet_.Set(tint, 10, int32_t{0x0000FF});
+  EXPECT_EQ(sheet_.ValueAt(tint, 5), HostValue(int32_t{0x800080}));
+  sheet_.ToggleKey(ramp, 0);
+  sheet_.Set(ramp, 10, std::string("2,255,50;255,100"));
+  EXPECT_EQ(sheet_.ValueAt(ramp, 5), HostValue(std::string("2,128,25;255,100")));
+  const std::string text = Text();
+  EXPECT_THAT(text, HasSubstr("{\"frame\": 10, \"value\": \"#0000FF\"}"));
+  EXPECT_THAT(text, HasSubstr("{\"color\": \"#0000FF\", \"position\": 50}"));
+  Load(text);
+  EXPECT_EQ(Text(), text);
 }
 
 TEST_F(StudioKeys, ANewKeyGoesOnAsTheOneBeforeIt) {

@@ -12,6 +12,20 @@ namespace {
 constexpr float kReach = 7;  // units around a key in which it is meant
 constexpr float kHalf = 5;   // units from a diamond's centre to its corners
 
+// A diamond; a disc for the way that begins and ends at rest, a square for the one that holds.
+void DrawKey(ImDrawList* list, ImVec2 centre, float half, ImU32 colour,
+             std::optional<tool::Way> way) {
+  if (way == tool::Way::kSmooth) {
+    list->AddCircleFilled(centre, 0.85f * half, colour, 16);
+  } else if (way == tool::Way::kHold) {
+    const float side = 0.75f * half;
+    list->AddRectFilled({centre.x - side, centre.y - side}, {centre.x + side, centre.y + side},
+                        colour);
+  } else {
+    DrawDiamond(list, centre, half, colour, true);
+  }
+}
+
 }  // namespace
 
 void KeyLane::Draw(const Ui& ui, ImVec2 from, float width) {
@@ -58,19 +72,21 @@ void KeyLane::Draw(const Ui& ui, ImVec2 from, float width) {
   ImDrawList* list = ImGui::GetWindowDrawList();
   const float y = from.y + height / 2;
   list->AddLine({from.x, y}, {from.x + width, y}, colours.line, 1);
-  const auto draw = [&](int64_t frame, ImU32 colour, float half) {
+  const auto draw = [&](int64_t frame, ImU32 colour, float half, std::optional<tool::Way> way) {
     if (static_cast<double>(frame) >= count) return;
     const ImVec2 centre{std::round(place(frame)), y};
-    DrawDiamond(list, centre, ui.look.Px(half) + ui.look.Px(2), colours.panel, true);
-    DrawDiamond(list, centre, ui.look.Px(half), colour, true);
+    DrawKey(list, centre, ui.look.Px(half) + ui.look.Px(2), colours.panel, way);
+    DrawKey(list, centre, ui.look.Px(half), colour, way);
   };
   if (!chosen.empty()) {
-    for (const int64_t frame : studio.keys().Frames({})) draw(frame, colours.faint, kHalf - 1.5f);
+    for (const int64_t frame : studio.keys().Frames({})) {
+      draw(frame, colours.faint, kHalf - 1.5f, {});
+    }
   }
   const int64_t now = studio.frame_now();
   for (const int64_t frame : studio.keys().Frames(chosen)) {
     const bool lit = frame == now || held_ == frame || (hovered && !held_ && under == frame);
-    draw(frame, lit ? colours.text : colours.accent, kHalf);
+    draw(frame, lit ? colours.text : colours.accent, kHalf, studio.keys().WayFrom(chosen, frame));
     const ImVec2 centre{place(frame), y};
     ui.marks.Set("lane/" + std::to_string(frame), {centre.x - reach, centre.y - reach},
                  {centre.x + reach, centre.y + reach});

@@ -67,6 +67,17 @@ std::optional<tool::Way> KeySheet::WayAt(std::string_view name, int64_t frame) c
   return way;
 }
 
+std::optional<tool::Way> KeySheet::WayFrom(std::string_view name, int64_t frame) const {
+  std::optional<tool::Way> way;
+  for (const std::string& each : Names(name)) {
+    if (!HasKeyAt(each, frame)) continue;
+    const auto here = WayAt(each, frame);
+    if (way && way != here) return std::nullopt;
+    way = here;
+  }
+  return way;
+}
+
 void KeySheet::Put(const host::ParameterListing& parameter, int64_t frame, host::HostValue value) {
   std::vector<tool::Key> keys = KeysOf(parameter.name);
   value = Limited(parameter, std::move(value));

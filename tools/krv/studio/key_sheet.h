@@ -31,6 +31,10 @@ class KeySheet {
   // The way on from the latest key at the frame or before it; nothing before the first key.
   std::optional<tool::Way> WayAt(std::string_view name, int64_t frame) const;
 
+  // The way on from the keys of a frame, of the parameter or of all where `name` is empty; nothing
+  // where they differ.
+  std::optional<tool::Way> WayFrom(std::string_view name, int64_t frame) const;
+
   // Sets the value at a frame. A new key goes on as the one before it does.
   void Put(const host::ParameterListing& parameter, int64_t frame, host::HostValue value);
   // For the key that WayAt tells of.
