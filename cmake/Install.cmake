@@ -17,7 +17,7 @@ install(TARGETS krvAudioVisualPlugin krvAiFilterPlugin LIBRARY DESTINATION ${plu
 install(DIRECTORY packages DESTINATION ${data})
 install(DIRECTORY include/krv DESTINATION include)
 install(FILES README.md CHANGELOG.md DESTINATION ${doc})
-install(DIRECTORY docs DESTINATION ${doc})
+install(DIRECTORY docs examples DESTINATION ${doc})
 
 if(WIN32)
   # Libraries built from source bring their own texts; of what Debian ships built, or as headers, and

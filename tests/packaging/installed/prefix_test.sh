@@ -20,7 +20,14 @@ for file in share/man/man1/krv.1 share/bash-completion/completions/krv share/doc
   [ -s "$moved/$file" ] || { echo "prefix_test: no $file is installed" >&2; exit 1; }
 done
 desktop-file-validate "$moved/share/applications/krv.desktop"
-echo '#include <krv/plugin.h>' | c++ -std=c++20 -fsyntax-only -x c++ -I "$moved/include" -
+
+# A host of somebody else's, made of what is installed alone.
+example=$moved/share/doc/krv/examples/host
+c++ -std=c++20 -I "$moved/include" -I "$example" "$example/main.cpp" "$example/platform/linux.cpp" \
+  -lEGL -o "$scratch/host"
+"$scratch/host" "$moved/lib/krv/plugins/krvAudioVisualPlugin.krv" "$moved/share/krv/packages/bars" \
+  "$scratch/frame.ppm" >/dev/null
+[ -s "$scratch/frame.ppm" ] || { echo "prefix_test: the example drew no frame" >&2; exit 1; }
 
 # Something that is no network, to see that it is looked at.
 mkdir "$moved/share/krv/models"
