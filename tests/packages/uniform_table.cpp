@@ -15,6 +15,7 @@ TableParameter ReadParameter(const json& entry, const std::vector<std::string>& 
   TableParameter parameter;
   parameter.name = entry.at("name");
   parameter.type = entry.at("type");
+  parameter.unit = entry.value("unit", "");
   parameter.min_value = entry.value("min_value", json());
   parameter.max_value = entry.value("max_value", json());
   parameter.example = entry.at("examples").at(0);

@@ -15,6 +15,7 @@ namespace krv::test {
 struct TableParameter {
   std::string name;
   int type = 0;              // the kind code of its values
+  std::string unit;          // empty for mere numbers
   nlohmann::json min_value;  // null for booleans and texts
   nlohmann::json max_value;
   nlohmann::json example;  // two values that look different

@@ -1,6 +1,7 @@
 // The table of uniforms against the shaders.
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cstring>
 #include <sstream>
 
@@ -81,6 +82,22 @@ class Figure {
     return scene_.Render(session_.get());
   }
 
+  // The middle of the pixels that the first kind of figure changes.
+  std::array<double, 2> MiddleOf(const Values& values) {
+    const host::Picture frame = Render(0, values);
+    double count = 0;
+    std::array<double, 2> sum{};
+    for (int y = 0; y < frame.height(); ++y) {
+      for (int x = 0; x < frame.width(); ++x) {
+        if (std::memcmp(frame.Pixel(x, y), scene_.picture().Pixel(x, y), 4) == 0) continue;
+        ++count;
+        sum[0] += x;
+        sum[1] += y;
+      }
+    }
+    return {sum[0] / count, sum[1] / count};
+  }
+
   // Whether the two examples of a parameter look different with these values of others.
   bool Shows(int kind, const TableParameter& parameter, Values values) {
     values[parameter.name] = parameter.example;
@@ -158,6 +175,21 @@ TEST_P(UniformTableTest, ExamplesLieWithinTheLimits) {
       EXPECT_LE(value, parameter.max_value) << parameter.name;
     }
   }
+}
+
+// A small figure, so that it stays within the frame of 160 x 90 pixels.
+TEST_P(UniformTableTest, AStepOfThePositionIsTwoPercentOfTheFrame) {
+  Figure figure(GetParam(), shader_);
+  const auto middle_at = [&figure](const char* parameter, double position) {
+    return figure.MiddleOf(
+        {{"scale_x", 0.2}, {"scale_y", 0.2}, {"radius", 0.6}, {"glow", 0}, {parameter, position}});
+  };
+  EXPECT_EQ(shader_.Find("position_x").unit, "2 % of the width");
+  EXPECT_EQ(shader_.Find("position_y").unit, "2 % of the height");
+  EXPECT_NEAR(middle_at("position_x", 55)[0] - middle_at("position_x", 45)[0], 0.2 * 160, 2);
+  const double down = middle_at("position_y", 55)[1] - middle_at("position_y", 45)[1];
+  const bool is_flat = shader_.kinds.front() == "bars";
+  EXPECT_NEAR(is_flat ? -down : down, 0.2 * 90, 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shaders, UniformTableTest,
