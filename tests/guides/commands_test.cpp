@@ -58,7 +58,7 @@ TEST_P(GuideCommands, DoWhatTheGuideSays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Guides, GuideCommands,
-                         ::testing::Values("package-authors", "shaders", "debugging",
+                         ::testing::Values("package-authors", "shaders", "debugging", "keyframes",
                                            "host-makers"),
                          [](const auto& guide) {
                            std::string name = guide.param;
@@ -76,7 +76,7 @@ TEST(GuideCommandsList, HoldsEveryGuideWithCommands) {
       break;
     }
   }
-  EXPECT_EQ(guides, 4);
+  EXPECT_EQ(guides, 5);
 }
 
 }  // namespace
