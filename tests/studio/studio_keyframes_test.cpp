@@ -229,6 +229,34 @@ TEST_F(StudioKeyframes, AFileWithErrorsIsRefusedWithItsLine) {
   EXPECT_THAT(missing.error_output, HasSubstr("none.json"));
 }
 
+TEST_F(StudioKeyframes, WhereTheyCannotBeSavedAnotherFileIsAskedFor) {
+  Open(OpenFile(MakeClip()), false);
+  hand_->Click(std::string("key/") + kHeight);
+  hand_->Key(SDLK_s, KMOD_CTRL | KMOD_SHIFT);
+  hand_->Fill("keyframes/file", host::Utf8(Path("none/params.json")));
+  hand_->Click("keyframes/save");
+  EXPECT_TRUE(studio().notice_is_error());
+  EXPECT_THAT(std::string(studio().notice()), HasSubstr("params.json: cannot be written"));
+  EXPECT_TRUE(studio().KeyframesUnsaved());
+  hand_->Screenshot("keyframes_refused");
+  std::filesystem::create_directory(Path("good"));
+  hand_->Fill("keyframes/file", host::Utf8(Path("good/params")));
+  hand_->Click("keyframes/save");
+  EXPECT_FALSE(studio().KeyframesUnsaved());
+  EXPECT_FALSE(window_->marks().Find("keyframes/save"));
+  EXPECT_THAT(host::ReadFile(Path("good/params.json")), HasSubstr(kHeight));
+  // Now it has a name, and nothing is asked.
+  Press(1, SDLK_RIGHT);
+  hand_->Click(std::string("key/") + kHeight);
+  hand_->Key(SDLK_s, KMOD_CTRL | KMOD_SHIFT);
+  EXPECT_FALSE(window_->marks().Find("keyframes/save"));
+  EXPECT_THAT(host::ReadFile(Path("good/params.json")), HasSubstr("\"frame\": 1"));
+  std::filesystem::remove_all(Path("good"));
+  hand_->Click(std::string("key/") + kHeight);
+  hand_->Key(SDLK_s, KMOD_CTRL | KMOD_SHIFT);
+  EXPECT_TRUE(window_->marks().Find("keyframes/save"));
+}
+
 TEST_F(StudioKeyframes, AFileThatIsThereIsNotReplacedByAccident) {
   Open(OpenFile(MakeClip()), false);
   hand_->Click(std::string("key/") + kHeight);

@@ -31,13 +31,13 @@ void KeyframeDialog::Open(const Studio& studio, bool closing) {
   }
 }
 
-void KeyframeDialog::Save(const Ui& ui) {
+void KeyframeDialog::Save(Studio* studio) {
   if (file_.empty()) return;
-  if (ui.studio.SaveKeyframes(File())) {
+  if (studio->SaveKeyframes(File())) {
     open_ = false;
     leave_ = closing_;
   } else {
-    problem_ = ui.studio.notice();
+    problem_ = studio->notice();
   }
 }
 
@@ -63,7 +63,7 @@ void KeyframeDialog::Draw(const Ui& ui) {
   // Enter never writes over what is there.
   if (TextButton(ui, "keyframes/save", save, ButtonKind::kPrimary, !file_.empty()) ||
       (entered && !replaces)) {
-    Save(ui);
+    Save(&ui.studio);
   }
   ImGui::SameLine();
   if (closing_) {

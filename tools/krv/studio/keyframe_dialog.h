@@ -13,6 +13,8 @@ class KeyframeDialog {
   bool open() const { return open_; }
   void Open(const Studio& studio, bool closing);
   void Dismiss() { open_ = false; }
+  // Into the file that is named; closes the dialogue, unless that cannot be.
+  void Save(Studio* studio);
 
   void Draw(const Ui& ui);
 
@@ -23,8 +25,6 @@ class KeyframeDialog {
   std::filesystem::path File() const;
   // Whether another file of this name would be lost.
   bool Replaces(const Studio& studio) const;
-  void Save(const Ui& ui);
-
   bool open_ = false;
   bool closing_ = false;
   bool leave_ = false;

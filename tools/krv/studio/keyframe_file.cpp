@@ -30,7 +30,10 @@ bool SaveKeyframes(const std::filesystem::path& file, const std::string& text, s
     std::ofstream out(host::platform::OpenablePath(part.path()), std::ios::binary);
     out << text;
     out.close();
-    if (!out) throw host::MediaError(host::Utf8(file) + ": cannot be written there");
+    if (!out) {
+      throw host::MediaError(host::Utf8(file) +
+                             ": cannot be written; give a folder that is there and open to you");
+    }
     part.Commit();
   } catch (const host::MediaError& failure) {
     *error = failure.what();

@@ -268,7 +268,9 @@ void ParameterPanel::DrawHeading(const Ui& ui) {
   if (changed > 0) {
     const std::string text = "Reset " + std::to_string(changed);
     const float button = SizeOf(ui.look.fonts().strong, text).x + 2 * ui.look.Px(14);
-    ImGui::SetCursorScreenPos({start.x + width - button - pad, start.y + ui.look.Px(10)});
+    // Up to where the groups below end, beside their scroll bar.
+    const float right = start.x + width - pad - ImGui::GetStyle().ScrollbarSize;
+    ImGui::SetCursorScreenPos({right - button, start.y + ui.look.Px(10)});
     if (TextButton(ui, "reset_all", text.c_str(), ButtonKind::kPlain)) ui.studio.ResetAll();
   }
   ImGui::SetCursorScreenPos({start.x, start.y + ui.look.Px(52)});

@@ -108,11 +108,8 @@ void StudioWindow::Do(Command command) {
 
 void StudioWindow::SaveKeyframes() {
   if (studio_->keys().empty() && studio_->keyframe_file().empty()) return;
-  if (studio_->keyframe_file().empty()) {
-    keyframes_.Open(*studio_, false);
-  } else {
-    studio_->SaveKeyframes(studio_->keyframe_file());
-  }
+  keyframes_.Open(*studio_, false);
+  if (!studio_->keyframe_file().empty()) keyframes_.Save(studio_.get());
 }
 
 void StudioWindow::Close() {
