@@ -4,8 +4,13 @@
 # the package mmdebstrap and a Debian mirror (KRV_DEBIAN_MIRROR). Takes some minutes; what the demo
 # looks like is left in build/bare/.
 set -euo pipefail
+package=${1:+$(realpath -- "$1")}
 cd "$(dirname "$0")/.."
-package=${1:-$(ls -t build/linux/krv_*.deb | head -n 1)}
+fail() { echo "try_debian_package: $1" >&2; exit 2; }
+made=(build/linux/krv_*.deb)
+package=${package:-${made[-1]}}
+[ -f "$package" ] || fail "there is no $package; scripts/package.sh linux makes the package"
+command -v mmdebstrap >/dev/null || fail "install the Debian package mmdebstrap first"
 mirror=${KRV_DEBIAN_MIRROR:-http://deb.debian.org}
 out=build/bare
 rm -rf "$out"
