@@ -45,7 +45,7 @@ std::optional<std::filesystem::path> PackageFolder(const std::string& wish,
   if (!path.has_filename()) path = path.parent_path();
   if (host::platform::IsFile(path / host::kDescriptionFileName)) return path;
   const bool is_folder = host::platform::IsFolder(path);
-  const auto found = is_folder ? std::nullopt : host::FindPackageFolder(files.packages, wish);
+  auto found = is_folder ? std::nullopt : host::FindPackageFolder(files.packages, wish);
   if (found) return found;
   *error = wish + (is_folder ? ": there is no " + std::string(host::kDescriptionFileName) +
                                    " in this folder"
