@@ -1,5 +1,6 @@
 #include "bench_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <stdexcept>
 

@@ -1,5 +1,6 @@
 #include "check_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 

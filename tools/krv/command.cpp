@@ -1,5 +1,6 @@
 #include "command.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 

@@ -1,13 +1,16 @@
 // What all subcommands share.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "find_files.h"
+
+namespace CLI {
+class App;  // takes seconds to compile
+}
 
 namespace krv::tool {
 

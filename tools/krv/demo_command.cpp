@@ -1,5 +1,6 @@
 #include "demo_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 
 #include "demo_clip.h"

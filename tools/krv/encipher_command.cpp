@@ -1,5 +1,6 @@
 #include "encipher_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 
 #include "packaging/enciphered_copy.h"

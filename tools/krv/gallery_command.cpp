@@ -1,5 +1,6 @@
 #include "gallery_command.h"
 
+#include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstdio>
 #include <exception>

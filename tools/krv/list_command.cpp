@@ -1,5 +1,6 @@
 #include "list_command.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cstdio>

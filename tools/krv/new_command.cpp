@@ -1,5 +1,6 @@
 #include "new_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <optional>
 #include <vector>

@@ -1,5 +1,6 @@
 #include "render_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <optional>
 #include <string>

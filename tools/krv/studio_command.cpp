@@ -1,5 +1,6 @@
 #include "studio_command.h"
 
+#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 

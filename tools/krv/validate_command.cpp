@@ -1,5 +1,6 @@
 #include "validate_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 
 #include "nearest_name.h"
