@@ -83,11 +83,11 @@ one_round() {
     melt_run melt_rgba -consumer null mlt_image_format=rgba
     melt_run audiospectrum -attach audiospectrum type=bar thickness=8 -consumer null
   fi
-  for effect in audio_visualization_bars bench_bars_passes_1 bench_figures_4; do
+  for effect in audio_visualization_bars bench_bars_medium bench_figures_4; do
     timed "krv_$effect" "$krv" render "$clip" --frames "0:$frames" --effect "$effect" \
       --packages "$root/packages" --packages "$scratch/packages" -o -
   done
-  for package in bars_passes_1 figures_4; do
+  for package in bars_medium figures_4; do
     "$krv" bench "$scratch/packages/$package" --form memory --size "${width}x$height" --rounds 1 \
       --frames 30 --json "$results/bench_$package.$round.json" >/dev/null
   done

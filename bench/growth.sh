@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# growth.sh [FOLDER]: measures how the cost of a frame grows with its area, the number of bars, the
-# number of passes and the number of effects in use, with software OpenGL. Writes growth.md (tables
-# and fitted laws), growth.json and growth.svg (plots) into FOLDER (default: build/bench/growth).
-# REPEATS: how often everything is measured, one after the other (default 3); FRAMES: of a round.
+# growth.sh [FOLDER]: measures how the cost of a frame grows with its area, the number of bars, of
+# figures in one pass and in passes of their own, and of effects in use, with software OpenGL. Writes
+# growth.md (tables and fitted laws), growth.json and growth.svg (plots) into FOLDER (default:
+# build/bench/growth). REPEATS: how often everything is measured, one after the other (default 3);
+# FRAMES: of a round.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 out=${1:-$root/build/bench/growth}
@@ -37,10 +38,10 @@ for ((repeat = 1; repeat <= repeats; repeat++)); do
     measured items "$bars" "$scratch/packages/bars_512" --form memory --size 1080p \
       --param "spectrum_count=$bars" --param "spectrum_width=$width"
   done
-  for passes in 1 2 3 4; do
-    measured passes_shipped "$passes" "$scratch/packages/bars_passes_$passes" --form memory \
+  for figures in 1 2 3 4; do
+    measured figures_one_pass "$figures" "$scratch/packages/rows_$figures" --form memory --size 1080p
+    measured figures_passes "$figures" "$scratch/packages/figures_$figures" --form memory \
       --size 1080p
-    measured passes_over "$passes" "$scratch/packages/figures_$passes" --form memory --size 1080p
   done
   for instances in 1 2 3 4 5 6 7 8; do
     measured instances "$instances" "$root/packages/bars" --form memory --size 1080p \

@@ -22,12 +22,12 @@ RUNS = [
     ("melt_rgba", "MLT, decoding and conversion to RGBA", None),
     ("audiospectrum", "MLT audiospectrum", "melt_null"),
     ("krv_audio_visualization_bars", "krv, bars, high quality", "ffmpeg_bgra"),
-    ("krv_bench_bars_passes_1", "krv, bars, medium quality", "ffmpeg_bgra"),
+    ("krv_bench_bars_medium", "krv, bars, medium quality", "ffmpeg_bgra"),
     ("krv_bench_figures_4", "krv, four rows of bars in four passes, medium", "ffmpeg_bgra"),
 ]
 OURS = {"showfreqs_4_rows": "krv_bench_figures_4", "showfreqs_4": "krv_bench_figures_4"}
-OUR_BARS = "krv_bench_bars_passes_1"
-BENCH = {OUR_BARS: "bars_passes_1", "krv_bench_figures_4": "figures_4"}
+OUR_BARS = "krv_bench_bars_medium"
+BENCH = {OUR_BARS: "bars_medium", "krv_bench_figures_4": "figures_4"}
 
 
 def spread(values):

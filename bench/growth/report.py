@@ -17,8 +17,8 @@ SERIES = [
     Series("area_memory", "Area of the frame, in memory", "megapixels", 1e6, 0.42),
     Series("area_gpu", "Area of the frame, in textures", "megapixels", 1e6, 0.42),
     Series("items", "Number of bars, 1080p in memory", "bars", 1, 0),
-    Series("passes_shipped", "Passes of the shipped bars, 1080p in memory", "passes", 1, 0),
-    Series("passes_over", "Figures, a pass each, 1080p in memory", "figures", 1, 0),
+    Series("figures_one_pass", "Figures in one pass, 1080p in memory", "figures", 1, 0),
+    Series("figures_passes", "Figures, a pass each, 1080p in memory", "figures", 1, 0),
     Series("instances", "Effects in turn on one context, 1080p in memory", "effects", 1, 0),
 ]
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # make.sh FOLDER: writes the packages that only measurements need into FOLDER:
 #   bars_512            the shipped bars, with up to 512 of them
-#   bars_passes_1 .. 4  the shipped bars in medium quality, drawn that many times
+#   bars_medium         the shipped bars in medium quality
 #   figures_1 .. 4      as many passes, each of which draws 63 bars over what the one before has drawn
+#   rows_1 .. 4         as many such rows of bars in one pass
 set -euo pipefail
 source=$(cd "$(dirname "$0")" && pwd)
 folder=$1
@@ -26,13 +27,16 @@ sed -e 's/"audio_visualization_bars"/"bench_bars_512"/' -e '/"\$schema"/d' \
   -e '/"spectrum_count"/s/"max_value": [0-9]*/"max_value": 512/' \
   "$source/../../packages/bars/description.json" >"$folder/bars_512/description.json"
 
+mkdir -p "$folder/bars_medium"
+sed -e 's/"audio_visualization_bars"/"bench_bars_medium"/' -e '/"\$schema"/d' \
+  -e '/"quality"/s/"high"/"medium"/' \
+  "$source/../../packages/bars/description.json" >"$folder/bars_medium/description.json"
+
 for count in 1 2 3 4; do
-  package=$folder/bars_passes_$count
+  package=$folder/rows_$count
   mkdir -p "$package"
-  shaders=$(for ((i = 0; i < count; i++)); do printf ', "audio_visualization_geometry.frag"'; done)
-  sed -e "s/\"audio_visualization_bars\"/\"bench_bars_passes_$count\"/" -e '/"\$schema"/d' \
-    -e '/"quality"/s/"high"/"medium"/' -e "/\"opengl_frag\"/s/\[.*\]/[${shaders:2}]/" \
-    "$source/../../packages/bars/description.json" >"$package/description.json"
+  sed -e "s/@COUNT@/$count.0/" "$source/rows.frag.in" >"$package/rows.frag"
+  description "rows_$count" '["rows.frag"]' >"$package/description.json"
 
   package=$folder/figures_$count
   mkdir -p "$package"
