@@ -24,6 +24,7 @@ PFNGLGENTEXTURESPROC real_gen_textures;
 PFNGLGENBUFFERSPROC real_gen_buffers;
 PFNGLGENFRAMEBUFFERSPROC real_gen_framebuffers;
 PFNGLCHECKFRAMEBUFFERSTATUSPROC real_check_status;
+PFNGLREADPIXELSPROC real_read_pixels;
 PFNGLMAPBUFFERPROC real_map_buffer;
 PFNGLCREATEPROGRAMPROC real_create_program;
 PFNGLCREATESHADERPROC real_create_shader;
@@ -57,6 +58,12 @@ GLenum GLAD_API_PTR CheckFramebufferStatus(GLenum target) {
                                        : real_check_status(target);
 }
 
+void GLAD_API_PTR ReadPixels(GLint x, GLint y, GLsizei width, GLsizei height, GLenum format,
+                             GLenum type, void* pixels) {
+  real_read_pixels(x, y, width, height, Strikes(GlFault::kNoPixels) ? GLenum{0} : format, type,
+                   pixels);
+}
+
 void* GLAD_API_PTR MapBuffer(GLenum target, GLenum access) {
   return Strikes(GlFault::kNoMapping) ? nullptr : real_map_buffer(target, access);
 }
@@ -82,6 +89,7 @@ void* Replacement(std::string_view name, void* found) {
   if (name == "glCheckFramebufferStatus") {
     return Stand(CheckFramebufferStatus, real_check_status, found);
   }
+  if (name == "glReadPixels") return Stand(ReadPixels, real_read_pixels, found);
   if (name == "glMapBuffer") return Stand(MapBuffer, real_map_buffer, found);
   if (name == "glCreateProgram") return Stand(CreateProgram, real_create_program, found);
   if (name == "glCreateShader") return Stand(CreateShader, real_create_shader, found);
@@ -92,8 +100,8 @@ void* Replacement(std::string_view name, void* found) {
 
 std::ostream& operator<<(std::ostream& out, GlFault fault) {
   constexpr const char* kNames[] = {
-      "None",       "NoTextureName", "NoBufferName",  "NoFramebufferName",
-      "Incomplete", "NoMapping",     "NoProgramName", "NoShaderName"};
+      "None",     "NoTextureName", "NoBufferName",  "NoFramebufferName", "Incomplete",
+      "NoPixels", "NoMapping",     "NoProgramName", "NoShaderName"};
   return out << kNames[static_cast<size_t>(fault)];
 }
 

@@ -14,6 +14,7 @@ enum class GlFault {
   kNoBufferName,       // glGenBuffers gives 0
   kNoFramebufferName,  // glGenFramebuffers gives 0
   kIncomplete,         // glCheckFramebufferStatus tells that the framebuffer is unsupported
+  kNoPixels,           // glReadPixels reads nothing and raises an error
   kNoMapping,          // glMapBuffer gives null
   kNoProgramName,      // glCreateProgram gives 0
   kNoShaderName,       // glCreateShader gives 0
