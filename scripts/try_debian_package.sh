@@ -30,8 +30,8 @@ files >/tmp/before
 apt-get install -y -qq --no-install-recommends /tmp/krv.deb >/tmp/install.log 2>&1 ||
   { cat /tmp/install.log; exit 1; }
 echo "installed with $(($(grep -c '^Setting up' /tmp/install.log) - 1)) packages that it needs"
-mkdir -m 777 /tmp/work
-setpriv --reuid=nobody --regid=nogroup --clear-groups env HOME=/tmp/work sh -c 'cd && set -e
+mkdir -m 777 /tmp/trial
+setpriv --reuid=nobody --regid=nogroup --clear-groups env HOME=/tmp/trial sh -c 'cd && set -e
   krv --version | head -n 1
   echo "$(krv list | grep -c ^audio_visualization_) effects"
   krv new my_look >/dev/null
@@ -46,7 +46,7 @@ END
 mmdebstrap --quiet --variant=minbase \
   --customize-hook="copy-in $out/krv.deb $out/inside.sh /tmp" \
   --customize-hook='chroot "$1" sh /tmp/inside.sh' \
-  --customize-hook="copy-out /tmp/work/krv-demo.mp4 $out" \
+  --customize-hook="copy-out /tmp/trial/krv-demo.mp4 $out" \
   bookworm /dev/null "deb $mirror/debian bookworm main" \
   "deb $mirror/debian bookworm-updates main" \
   "deb $mirror/debian-security bookworm-security main"
