@@ -242,6 +242,17 @@ TEST_F(PxObjectsTest, ReadTextureRowsReadsTheRowsToTheirPlaceAlone) {
   EXPECT_EQ(std::count(picture.begin(), picture.end(), 99), 16);
 }
 
+TEST_F(PxObjectsTest, ReadTextureRowsReadsPastAPackBufferOfTheHosts) {
+  const auto image = MakeFilled(2, 2, {1, 2, 3, 4});
+  GLuint buffer = 0;
+  glGenBuffers(1, &buffer);
+  glBindBuffer(GL_PIXEL_PACK_BUFFER, buffer);
+  std::array<uint8_t, 16> picture{};
+  EXPECT_TRUE(ReadTextureRows(*image, {0, 2}, picture.data()));
+  EXPECT_EQ(picture[15], 4);
+  glDeleteBuffers(1, &buffer);
+}
+
 TEST_F(PxObjectsTest, ReadTextureRowsOfNoRowsReadsNothing) {
   std::array<uint8_t, 16> picture{};
   picture.fill(99);

@@ -242,6 +242,8 @@ bool Texture::ReadBack(void* destination, int32_t stride) const {
 bool Texture::ReadRows(uint32_t first, uint32_t count, void* destination) const {
   bool read = BindToRead();
   if (read) {
+    // With a buffer of the host's bound, GL would take the address for a place in that.
+    glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
     const ScopedPixelStore store(ScopedPixelStore::Direction::kReadBack, 0);
     glReadPixels(0, static_cast<GLint>(first), static_cast<GLsizei>(width_),
                  static_cast<GLsizei>(count), format_, type_, destination);
