@@ -149,9 +149,11 @@ TEST_F(KeyframeFile, ValuesOfAnotherKindAreRefused) {
   EXPECT_THAT(ErrorOf(R"({"gain": true})"), HasSubstr("wants a number, not true"));
   EXPECT_THAT(ErrorOf(R"({"gain": 1e300})"), HasSubstr("wants a number"));
   EXPECT_THAT(ErrorOf(R"({"mirror": 1})"), HasSubstr("wants true or false, not 1"));
-  EXPECT_THAT(ErrorOf(R"({"color": "red"})"), HasSubstr("wants a colour"));
-  EXPECT_THAT(ErrorOf(R"({"color": "#12345"})"), HasSubstr("wants a colour"));
-  EXPECT_THAT(ErrorOf(R"({"color": 16777216})"), HasSubstr("wants a colour"));
+  EXPECT_EQ(ErrorOf(R"({"color": "red"})"),
+            "1: error: /color: give a colour as \"#RRGGBB\" or a number, not \"red\"");
+  EXPECT_THAT(ErrorOf(R"({"color": "0xFF0000"})"), HasSubstr("or a number, not \"0xFF0000\""));
+  EXPECT_THAT(ErrorOf(R"({"color": "#12345"})"), HasSubstr("give a colour as \"#RRGGBB\""));
+  EXPECT_THAT(ErrorOf(R"({"color": 16777216})"), HasSubstr("give a colour as \"#RRGGBB\""));
   EXPECT_THAT(ErrorOf(R"({"gradient": 3})"), HasSubstr("wants a text, not 3"));
   EXPECT_THAT(ErrorOfBoth(R"({"gain": null})"), HasSubstr("wants a number, not null"));
   EXPECT_THAT(ErrorOfBoth(R"({"gain": {"time": 0, "value": 1}})"), HasSubstr("wants a number"));
@@ -209,7 +211,13 @@ TEST_F(KeyframeFile, FilesThatAreNoObjectAreRefused) {
   EXPECT_THAT(ErrorOf("{\n\"gain\" 1}"), StartsWith("2:8: error: not valid JSON: "));
   EXPECT_THAT(ErrorOf("{\n\"gain\": 1,\n\"gain\": 1}"),
               StartsWith("3: error: /gain: the key stands"));
+  EXPECT_EQ(ErrorOf("{\n\"gain\":\n1e400}"),
+            "3: error: not valid JSON: number overflow parsing '1e400'");
+}
+
+TEST_F(KeyframeFile, AFileThatIsNotThereIsSaidToBeMissing) {
   EXPECT_FALSE(ReadKeyframes(folder_.path() / "missing.json", Effect(), kRate, &findings_));
+  EXPECT_THAT(Messages(), ElementsAre(EndsWith("missing.json: error: there is no such file")));
 }
 
 TEST_F(KeyframeFile, WhatIsWrittenIsReadAgain) {

@@ -43,6 +43,10 @@ std::optional<int32_t> Colour(const Json& value) {
   return text.starts_with('#') ? host::ParseColour(text) : std::nullopt;
 }
 
+std::string NoColour(const Json& value) {
+  return "give a colour as \"#RRGGBB\" or a number, not " + Shown(value);
+}
+
 class Reader {
  public:
   Reader(const DescriptionDocument& document, const host::FrameRate& rate, Findings* findings)
@@ -166,7 +170,8 @@ class Reader {
     if (parameter_->kind == kKindText && value.is_array()) return ReadStops(value, place);
     const auto read = ValueOfKind(value);
     if (!read) {
-      Refuse(place, host::WrongKind(*parameter_, Shown(value)));
+      Refuse(place, parameter_->kind == kKindColor ? NoColour(value)
+                                                   : host::WrongKind(*parameter_, Shown(value)));
       return std::nullopt;
     }
     if (const auto beyond = host::BeyondLimits(*parameter_, *read, Shown(value))) {
@@ -230,10 +235,7 @@ class Reader {
     }
     if (findings_->size() > before) return std::nullopt;
     const auto colour = Colour(value["color"]);
-    if (!colour) {
-      Refuse(place / "color",
-             "give a colour as \"#RRGGBB\" or a number, not " + Shown(value["color"]));
-    }
+    if (!colour) Refuse(place / "color", NoColour(value["color"]));
     const Json& position = value["position"];
     if (!position.is_number() || position.get<double>() < 0 || position.get<double>() > 100) {
       Refuse(place / "position", "give a percentage from 0 to 100, not " + Shown(position));
