@@ -143,12 +143,13 @@ class Placer : public nlohmann::json_sax<Json> {
   std::vector<std::pair<std::string, int>> duplicates_;
 };
 
-// The library's "[json.exception.parse_error.101] parse error at line 3, column 5: REASON", taken
-// apart.
+// The library's "[json.exception.parse_error.101] parse error at line 3, column 5: REASON" taken
+// apart, or its "[json.exception.out_of_range.406] REASON", which names no line.
 Finding ParseFinding(const std::string& file, const std::string& what) {
   Finding finding;
   finding.file = file;
-  finding.message = "not valid JSON: " + what;
+  const size_t tag = what.find("] ");
+  finding.message = "not valid JSON: " + (tag == std::string::npos ? what : what.substr(tag + 2));
   const size_t at = what.find("at line ");
   if (at == std::string::npos) return finding;
   int line = 0;
@@ -186,6 +187,11 @@ std::optional<DescriptionDocument> DescriptionDocument::Read(const std::filesyst
                                                              Findings* findings) {
   DescriptionDocument document;
   document.file_ = host::Utf8(path);
+  std::error_code ignored;
+  if (!std::filesystem::exists(host::platform::OpenablePath(path), ignored)) {
+    findings->push_back({.file = document.file_, .message = "there is no such file"});
+    return std::nullopt;
+  }
   std::ifstream file(host::platform::OpenablePath(path), std::ios::binary);
   std::ostringstream content;
   if (!file || !(content << file.rdbuf())) {
@@ -193,16 +199,18 @@ std::optional<DescriptionDocument> DescriptionDocument::Read(const std::filesyst
     return std::nullopt;
   }
   const std::string text = content.str();
-  try {
-    document.json_ = Json::parse(text);
-  } catch (const Json::exception& error) {
-    findings->push_back(ParseFinding(document.file_, error.what()));
-    return std::nullopt;
-  }
   int line = 1;
   Placer placer(&line, &document.lines_);
   Json::sax_parse(LineIterator(text.data(), &line), LineIterator(text.data() + text.size(), &line),
                   &placer);
+  try {
+    document.json_ = Json::parse(text);
+  } catch (const Json::exception& exception) {
+    Finding finding = ParseFinding(document.file_, exception.what());
+    if (finding.line == 0) finding.line = line;  // where the placer's parser gave up
+    findings->push_back(std::move(finding));
+    return std::nullopt;
+  }
   for (const auto& [pointer, where] : placer.duplicates()) {
     Finding finding = document.At(pointer, Severity::kError,
                                   "the key stands in this object before; the last one counts");
