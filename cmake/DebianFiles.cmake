@@ -7,7 +7,8 @@ function(compress file)
 endfunction()
 
 compress(${share}/man/man1/krv.1)
-file(RENAME ${share}/doc/krv/CHANGELOG.md ${share}/doc/krv/changelog)
+# The text that the README points to stays beside the one that Debian's tools look for.
+file(COPY_FILE ${share}/doc/krv/CHANGELOG.md ${share}/doc/krv/changelog)
 compress(${share}/doc/krv/changelog)
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 configure_file(${CPACK_KRV_CHANGELOG} ${share}/doc/krv/changelog.Debian @ONLY

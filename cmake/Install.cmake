@@ -16,7 +16,7 @@ install(TARGETS krv RUNTIME DESTINATION ${bin})
 install(TARGETS krvAudioVisualPlugin krvAiFilterPlugin LIBRARY DESTINATION ${plugins})
 install(DIRECTORY packages DESTINATION ${data})
 install(DIRECTORY include/krv DESTINATION include)
-install(FILES README.md CHANGELOG.md DESTINATION ${doc})
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${doc})
 install(DIRECTORY docs examples DESTINATION ${doc})
 
 if(WIN32)

@@ -32,6 +32,7 @@ root=$scratch/root/usr
 for text in share/man/man1/krv.1 share/doc/krv/changelog share/doc/krv/changelog.Debian; do
   gzip -t "$root/$text.gz" || fail "no $text.gz"
 done
+"$here/check_links.sh" "$root/share/doc/krv"
 [ -s "$root/share/doc/krv/copyright" ] || fail "no copyright file"
 for binary in bin/krv lib/krv/plugins/krvAudioVisualPlugin.krv lib/krv/plugins/krvAiFilterPlugin.krv; do
   ! file "$root/$binary" | grep -q 'not stripped' || fail "$binary is not stripped"

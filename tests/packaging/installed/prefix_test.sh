@@ -19,6 +19,7 @@ for file in share/man/man1/krv.1 share/bash-completion/completions/krv share/doc
   share/icons/hicolor/scalable/apps/krv.svg lib/krv/plugins/krvAiFilterPlugin.krv; do
   [ -s "$moved/$file" ] || { echo "prefix_test: no $file is installed" >&2; exit 1; }
 done
+"$here/check_links.sh" "$moved/share/doc/krv"
 desktop-file-validate "$moved/share/applications/krv.desktop"
 
 # A host of somebody else's, made of what is installed alone.

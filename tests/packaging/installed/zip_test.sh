@@ -18,6 +18,7 @@ for file in krvAudioVisualPlugin.krv krvAiFilterPlugin.krv README.md packages/un
   licences/ffmpeg/COPYING.GPLv2 licences/gcc/copyright; do
   [ -s "$folder/$file" ] || { echo "zip_test: the ZIP has no $file" >&2; exit 1; }
 done
+"$here/check_links.sh" "$folder"
 
 mkdir "$folder/models"
 echo nothing >"$folder/models/person_segmentation.onnx"
