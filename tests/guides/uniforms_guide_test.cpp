@@ -85,6 +85,32 @@ TEST(UniformsGuide, SaysOfEveryUniformWhatTheTableSays) {
   EXPECT_THAT(GuideRows(), UnorderedElementsAreArray(KnownRows()));
 }
 
+// Uniforms of an effect that its blend shader does not get, although it gets others of the effect.
+Rows UniformsOfPassesAlone() {
+  Rows names;
+  const json table = Table();
+  for (const json& kind : table.at("kinds_of_effects")) {
+    Rows passes_alone;
+    const json& uniforms = kind.at("uniforms");
+    for (const json& entry : uniforms) {
+      if (entry.at("in") == json{"passes"})
+        passes_alone.insert("`" + entry.at("name").get<std::string>() + "`");
+    }
+    if (passes_alone.size() < uniforms.size()) names.merge(passes_alone);
+  }
+  return names;
+}
+
+TEST(UniformsGuide, SaysWhatOfAnEffectItsBlendShaderDoesNotGet) {
+  Rows said;
+  const Guide guide = UniformsGuide();
+  for (const auto& cells : guide.rows()) {
+    if (cells.back().ends_with("in passes alone")) said.insert(cells.front());
+  }
+  EXPECT_FALSE(said.empty());
+  EXPECT_EQ(said, UniformsOfPassesAlone());
+}
+
 TEST(UniformsGuide, NamesEveryShaderAndWhatChoosesItsFigure) {
   const json table = Table();
   Rows named;

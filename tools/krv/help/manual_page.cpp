@@ -91,8 +91,7 @@ constexpr char kEnding[] =
     ".SH ENVIRONMENT\n"
     ".TP\n\\fBKRV_GL_MESSAGES\\fR\n"
     "\\fBprint\\fR shows what the OpenGL driver has to say; \\fBfatal\\fR ends the program at the "
-    "first fault.\n"
-    ".TP\n\\fBKRV_FRAME_TIMES\\fR\n\\fB1\\fR logs where the time of each frame goes.\n";
+    "first fault.\n";
 
 }  // namespace
 
