@@ -50,7 +50,8 @@ TEST_F(NewProgram, ThePackagePassesTheCheckAndDraws) {
 TEST_F(NewProgram, EveryParameterOfTheTemplateChangesThePicture) {
   RunWell("new " + Argument("my_look") + kShipped);
   const Picture before = RenderFrame(Path("my_look"), "my_look", "before");
-  for (const json& parameter : DescriptionOf("my_look")["params"]) {
+  const json description = DescriptionOf("my_look");
+  for (const json& parameter : description["params"]) {
     const std::string name = parameter["name"];
     const std::string value =
         name == "gradient_color" ? "2,16711680,0;65280,100" : parameter["max_value"].dump();
