@@ -229,6 +229,39 @@ TEST_F(StudioKeyframes, AFileWithErrorsIsRefusedWithItsLine) {
   EXPECT_THAT(missing.error_output, HasSubstr("none.json"));
 }
 
+TEST_F(StudioKeyframes, AFileStaysAsItIsUntilThePackageWorks) {
+  const auto write = [this](const char* colour) {
+    WritePackage("bars", "fx.own",
+                 std::string("#version 120\nuniform float level;\nvoid main() { gl_FragColor = ") +
+                     colour + "; }\n",
+                 R"("original": true, "params": [{"name": "level", "type": 5, "min_value": 0,
+                    "max_value": 1, "default_value": 0.3}])");
+  };
+  const auto file = Path("params.json");
+  const std::string mine = R"({"level": [{"time": 0, "value": 0.5}, {"frame": 8, "value": 1}]})";
+  host::WriteFile(file, mine);
+  write("nope");
+  Open(OpenFile(MakeClip()), false, file);
+  ASSERT_FALSE(studio().package().ready);
+  EXPECT_FALSE(studio().KeyframesUnsaved());
+  hand_->Key(SDLK_s, KMOD_CTRL | KMOD_SHIFT);
+  EXPECT_EQ(host::ReadFile(file), mine);
+  EXPECT_FALSE(window_->marks().Find("keyframes/save"));
+  EXPECT_FALSE(studio().SaveKeyframes(file));
+  EXPECT_TRUE(studio().notice_is_error());
+  EXPECT_THAT(std::string(studio().notice()), HasSubstr("params.json: not saved"));
+  EXPECT_EQ(host::ReadFile(file), mine);
+  write("vec4(level)");
+  ASSERT_TRUE(hand_->Until([&] { return studio().package().ready; }));
+  EXPECT_THAT(Frames("level"), ElementsAre(0, 8));
+  EXPECT_FALSE(studio().KeyframesUnsaved());
+  hand_->Click("key/level");
+  hand_->Key(SDLK_s, KMOD_CTRL | KMOD_SHIFT);
+  EXPECT_FALSE(studio().KeyframesUnsaved());
+  EXPECT_THAT(host::ReadFile(file), HasSubstr("level"));
+  EXPECT_NE(host::ReadFile(file), mine);
+}
+
 TEST_F(StudioKeyframes, WhereTheyCannotBeSavedAnotherFileIsAskedFor) {
   Open(OpenFile(MakeClip()), false);
   hand_->Click(std::string("key/") + kHeight);

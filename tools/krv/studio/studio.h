@@ -130,9 +130,11 @@ class Studio {
 
   // The file that all values are saved in; empty when it has no name yet.
   const std::filesystem::path& keyframe_file() const { return keyframe_file_; }
-  // Whether there are keys, or were in the file, and values are not as in it.
-  bool KeyframesUnsaved() const { return unsaved_ && (!keys().empty() || !keyframe_file_.empty()); }
-  // Writes all values, so that `krv render --params` draws what is seen. False when it cannot.
+  // Whether there are keys, or were in the file, and values are not as in it. Before the file's own
+  // are loaded there is nothing to save.
+  bool KeyframesUnsaved() const;
+  // Writes all values, so that `krv render --params` draws what is seen. False when it cannot, as
+  // before those of keyframe_file() are loaded.
   bool SaveKeyframes(const std::filesystem::path& file);
 
   // Exporting.

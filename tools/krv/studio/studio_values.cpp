@@ -70,7 +70,18 @@ std::string Studio::LoadKeyframes() {
   return error;
 }
 
+bool Studio::KeyframesUnsaved() const {
+  if (keyframes_to_load_ || (keys().empty() && keyframe_file_.empty())) return false;
+  return unsaved_ || sent_revision_ != values_.revision();  // changed since the last Update
+}
+
 bool Studio::SaveKeyframes(const std::filesystem::path& file) {
+  if (keyframes_to_load_) {
+    Say(host::Utf8(file) + ": not saved, since the values of " + host::Utf8(keyframe_file_) +
+            " are loaded only when the package works; correct its errors first",
+        true);
+    return false;
+  }
   std::string error;
   const std::string text = tool::KeyframeText(values_.Tracks());
   if (!studio::SaveKeyframes(file, text, &error)) {

@@ -107,7 +107,7 @@ void StudioWindow::Do(Command command) {
 }
 
 void StudioWindow::SaveKeyframes() {
-  if (studio_->keys().empty() && studio_->keyframe_file().empty()) return;
+  if (!studio_->KeyframesUnsaved()) return;
   keyframes_.Open(*studio_, false);
   if (!studio_->keyframe_file().empty()) keyframes_.Save(studio_.get());
 }
