@@ -125,8 +125,7 @@ class Stage::Turns {
     ExportState state;
     state.output = order.output;
     try {
-      worker_->Render({order.output, order.transparent, order.values}, report);
-      return;
+      state = worker_->Render({order.output, order.transparent, order.values}, report);
     } catch (const Cancelled&) {
       state.phase = ExportState::Phase::kCancelled;
     } catch (const std::exception& error) {

@@ -80,7 +80,7 @@ class Stage {
   // *error. A package that does not work is no failure.
   static std::unique_ptr<Stage> Create(StageOptions options, const PreviewSettings& settings,
                                        std::string* error);
-  ~Stage();  // ends an export without a result
+  ~Stage();  // ends an export without a result, unless it is being completed
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
 

@@ -94,8 +94,8 @@ void StageWorker::Draw(int64_t index, const PreviewSettings& settings, StageFram
   frame->effect_ms = MillisecondsSince(start);
 }
 
-void StageWorker::Render(const Export& order,
-                         const std::function<void(const ExportState&)>& report) {
+ExportState StageWorker::Render(const Export& order,
+                                const std::function<void(const ExportState&)>& report) {
   ExportState state;
   state.output = order.output;
   state.phase = ExportState::Phase::kPreparing;
@@ -135,7 +135,7 @@ void StageWorker::Render(const Export& order,
   state.frames = result.frames;
   state.seconds = result.seconds;
   state.message = tool::Summary(result, options.output);
-  report(state);
+  return state;
 }
 
 }  // namespace krv::studio

@@ -28,8 +28,9 @@ class StageWorker {
     bool transparent = false;
     tool::ParameterTracks values;
   };
-  // Throws MediaError, EffectError, and what `report` throws, which is called at every frame.
-  void Render(const Export& order, const std::function<void(const ExportState&)>& report);
+  // Returns how it ended. Throws MediaError, EffectError, and what `report` throws, which is called
+  // at every frame, but no longer once the output is being completed: then it stays.
+  ExportState Render(const Export& order, const std::function<void(const ExportState&)>& report);
 
  private:
   StageWorker(Clip* clip, std::shared_ptr<host::PluginHost> host, std::unique_ptr<SoundProbe> probe,
