@@ -84,6 +84,38 @@ TEST_F(EncipherProgram, WhatCannotBeEncipheredIsRefusedWithoutATrace) {
   EXPECT_FALSE(std::filesystem::exists(Path("out")));
 }
 
+TEST_F(EncipherProgram, FilesOutsideOfThePackageStayAsTheyAre) {
+  WriteFile(Path("shared.frag"), kFigure);
+  for (const char* entry : {R"(..\\shared.frag)", "../shared.frag", "sub/../../shared.frag",
+                            // Inside of the original, but seen from the copy the original's own.
+                            R"(..\\outward\\a.frag)"}) {
+    WritePackage("outward", "fx.outward", kFigure,
+                 "\"opengl_vert\": [\"" + std::string(entry) + "\"], \"params\": []");
+    ExpectRefused("encipher " + Argument("outward"), "leads out of the package");
+    EXPECT_FALSE(std::filesystem::exists(Path("outward-enciphered"))) << entry;
+  }
+  EXPECT_EQ(ReadFile(Path("shared.frag")), kFigure);
+  EXPECT_EQ(ReadFile(Path("outward/a.frag")), kFigure);
+}
+
+// The plug-in looks for them in the package, too.
+TEST_F(EncipherProgram, AnAbsoluteNameIsNoFileOutside) {
+  WriteFile(Path("shared.frag"), kFigure);
+  WritePackage(
+      "outward", "fx.outward", kFigure,
+      R"("blend_script": ")" + Path("shared.frag").generic_string() + R"(", "params": [])");
+  ExpectRefused("encipher " + Argument("outward"), "there is no such file");
+  EXPECT_EQ(ReadFile(Path("shared.frag")), kFigure);
+}
+
+TEST_F(EncipherProgram, AFileWithTwoNamesIsEncipheredOnce) {
+  WritePackage("twice", "fx.twice", kFigure,
+               R"("blend_script": ".\\mix.frag", "opengl_vert": ["x/../mix.frag"], "params": [])");
+  WriteFile(Path("twice/mix.frag"), kBlend);
+  const std::string output = Run("encipher " + Argument("twice")).output;
+  EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 2) << output;
+}
+
 TEST_F(EncipherProgram, NothingIsEncipheredTwiceOrWrittenOver) {
   RunWell("encipher " + Argument("mine"));
   ExpectRefused("encipher " + Argument("mine"), "exists already");

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "check/package_entry.h"
 #include "check/parameter_lint.h"
 #include "check/unknown_keys.h"
 #include "platform/file_system.h"
@@ -29,7 +30,7 @@ const std::vector<std::string>& Keys() {
 }
 
 bool HasBuiltinName(const std::string& entry) {
-  const std::string name = entry.substr(entry.rfind('\\') + 1);
+  const std::string_view name = BuiltinName(entry);
   return std::find(kBuiltinShaders.begin(), kBuiltinShaders.end(), name) != kBuiltinShaders.end();
 }
 
@@ -129,13 +130,11 @@ class DescriptionLint {
   }
 
   void LintFile(const std::string& pointer, const std::string& entry) {
-    const std::filesystem::path file = PackageFile(folder_, entry);
-    const std::filesystem::path within =
-        file.lexically_normal().lexically_relative(folder_.lexically_normal());
-    if (within.empty() || *within.begin() == "..") {
+    if (LeadsOut(entry)) {
       Report(pointer, Severity::kError, "\"" + entry + "\" leads out of the package");
       return;
     }
+    const std::filesystem::path file = PackageFile(folder_, entry);
     if (host::platform::IsFile(file)) return;
     Report(pointer, Severity::kError, "there is no file " + host::Utf8(file));
   }
@@ -213,12 +212,6 @@ std::vector<std::string> TextsOf(const nlohmann::ordered_json& description, cons
     if (entry.is_string()) texts.push_back(entry.get<std::string>());
   }
   return texts;
-}
-
-std::filesystem::path PackageFile(const std::filesystem::path& folder, const std::string& entry) {
-  std::string portable = entry;
-  std::replace(portable.begin(), portable.end(), '\\', '/');
-  return folder / host::PathFromUtf8(portable).relative_path();
 }
 
 }  // namespace krv::tool

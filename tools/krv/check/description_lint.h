@@ -14,15 +14,12 @@ namespace krv::tool {
 void LintDescription(const DescriptionDocument& document, const std::filesystem::path& folder,
                      Findings* findings);
 
-// Whether the plug-in carries the shader of an "opengl_frag" entry itself. It looks an entry up by
-// the part after its last backslash, in packages without a version.
+// Whether the plug-in carries the shader of an "opengl_frag" entry itself. It looks entries up
+// by their BuiltinName, in packages without a version.
 bool IsBuiltinShader(const nlohmann::ordered_json& description, const std::string& entry);
 
 // The texts of an array of texts, or of a lone text; empty when the key is absent or of another
 // type.
 std::vector<std::string> TextsOf(const nlohmann::ordered_json& description, const char* key);
-
-// The file that an entry of a package names; entries may use either separator.
-std::filesystem::path PackageFile(const std::filesystem::path& folder, const std::string& entry);
 
 }  // namespace krv::tool

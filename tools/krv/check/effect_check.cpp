@@ -6,6 +6,7 @@
 
 #include "check/check_scene.h"
 #include "check/description_lint.h"
+#include "check/package_entry.h"
 #include "check/shader_log.h"
 #include "effect_session.h"
 #include "package_copy.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "check/package_entry.h"
 #include "json_places.h"
 #include "package_files.h"
 #include "packaging/new_folder.h"
@@ -23,12 +24,6 @@ std::string ValueText(const json& value) {
   std::string text = "[";
   for (const json& element : value) text += (text.size() > 1 ? ", " : "") + dump(element);
   return text + "]";
-}
-
-// The plug-in takes a backslash for a separator on every platform.
-std::filesystem::path RelativePath(std::string name) {
-  std::replace(name.begin(), name.end(), '\\', '/');
-  return host::PathFromUtf8(name).make_preferred();
 }
 
 }  // namespace
@@ -58,8 +53,7 @@ std::vector<std::string> PackageText::Texts(const char* key) const {
 }
 
 bool PackageText::IsBuiltin(const std::string& shader) const {
-  const std::string_view base = std::string_view(shader).substr(shader.rfind('\\') + 1);
-  return Text("version").empty() && FindBuiltinShader(base).has_value();
+  return Text("version").empty() && FindBuiltinShader(BuiltinName(shader)).has_value();
 }
 
 std::vector<std::filesystem::path> PackageText::ShaderFiles() const {
@@ -71,7 +65,11 @@ std::vector<std::filesystem::path> PackageText::ShaderFiles() const {
   names.push_back(Text("blend_script"));
   std::vector<std::filesystem::path> files;
   for (const std::string& name : names) {
-    const std::filesystem::path file = RelativePath(name);
+    if (LeadsOut(name)) {
+      throw PackagingError(host::Utf8(folder_ / host::kDescriptionFileName) + ": \"" + name +
+                           "\" leads out of the package; copy the file into it");
+    }
+    const std::filesystem::path file = EntryPath(name).lexically_normal();
     const bool known = std::find(files.begin(), files.end(), file) != files.end();
     if (!name.empty() && !known) files.push_back(file);
   }

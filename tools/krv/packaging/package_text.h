@@ -24,6 +24,7 @@ class PackageText {
   bool IsBuiltin(const std::string& shader) const;
 
   // The paths of the shader files, relative to the folder, each once; built-in ones are none.
+  // Throws PackagingError when one leads out of the folder.
   std::vector<std::filesystem::path> ShaderFiles() const;
 
   // Whether the shader files are enciphered.
