@@ -71,6 +71,28 @@ TEST_F(NewProgram, SaysTheNextSteps) {
   }
 }
 
+TEST_F(NewProgram, TheNextStepsCanBePasted) {
+  std::filesystem::create_directory(Path("a folder"));
+  const std::string look = Argument("a folder/my_look");
+  const test::ProgramOutcome made = Run("new " + look + kShipped);
+  EXPECT_THAT(made.output, HasSubstr("krv check " + look + "\n"));
+  EXPECT_THAT(made.output, HasSubstr("krv studio " + look + "\n"));
+  EXPECT_THAT(made.output, HasSubstr("krv demo --packages " + look + " --effect"));
+  EXPECT_THAT(made.output, HasSubstr("clip.mp4 --packages " + look + " --effect"));
+}
+
+TEST_F(NewProgram, ACopyHasBuiltinShadersBehindAFoldersNameToo) {
+  WriteFile(Path("mine/description.json"),
+            R"({"effect_type": "audio_visualization", "unique_name": "fx.mine",
+                "display_name": "Mine", "params": [],
+                "opengl_frag": ["sub\\audio_visualization_geometry.frag",
+                                "audio_visualization_geometry.frag"]})");
+  RunWell("new " + Argument("copy") + kShipped + "--from " + Argument("mine"));
+  EXPECT_EQ(DescriptionOf("copy")["opengl_frag"],
+            json::parse(R"(["geometry.frag", "geometry.frag"])"));
+  EXPECT_THAT(ReadFile(Path("copy/geometry.frag")), StartsWith("#version 120"));
+}
+
 TEST_F(NewProgram, ACopyOfAnEffectHasItsShaderAsAFileAndItsLook) {
   RunWell("new " + Argument("my_bars") + kShipped + "--from audio_visualization_bars");
   RunWell("check " + Argument("my_bars"));
@@ -142,6 +164,10 @@ TEST_F(NewProgram, NothingIsWrittenOver) {
 TEST_F(NewProgram, WhatCannotBeMadeIsRefusedWithoutATrace) {
   ExpectRefused("new " + Argument("no/such/look") + kShipped, "there is no folder");
   ExpectRefused("new " + Argument("my look!") + kShipped, "give a name of letters, digits");
+  for (const char* name : {"_", "-", "-look", "_look"}) {
+    ExpectRefused("new " + Argument(name) + kShipped, "begins with a letter or a digit");
+    EXPECT_FALSE(std::filesystem::exists(Path(name))) << name;
+  }
   ExpectRefused("new " + Argument("audio_visualization_bars") + kShipped,
                 "there is an effect of this name");
   ExpectRefused("new " + Argument("a") + kShipped + "--from audio_visualisation_bars",

@@ -69,12 +69,19 @@ NewPackage Make(const NewOptions& options, const fs::path& folder) {
   return MakeFromEffect(folder, schema, FolderOf(options.from, packages));
 }
 
+// The path as one word of a command line. Double quotes do it in the shells of every platform.
+std::string AsOneWord(const fs::path& path) {
+  std::string word = host::Utf8(path);
+  if (word.find_first_of(" \t&();,!'<>|*?[]{}#$`~^=") == std::string::npos) return word;
+  return '"' + word + '"';
+}
+
 int New(const NewOptions& options) {
   fs::path folder = host::PathFromUtf8(options.name);
   if (!folder.has_filename()) folder = folder.parent_path();
   try {
     const NewPackage made = Make(options, folder);
-    const std::string name = host::Utf8(folder);
+    const std::string name = AsOneWord(folder);
     std::printf("Made the effect \"%s\":\n", made.unique_name.c_str());
     for (const fs::path& file : made.files) {
       std::printf("  %s\n", host::Utf8(folder / file).c_str());

@@ -6,6 +6,7 @@
 #include <map>
 #include <string_view>
 
+#include "check/package_entry.h"
 #include "package_files.h"
 #include "packaging/new_folder.h"
 #include "packaging/package_text.h"
@@ -26,10 +27,12 @@ constexpr char kTemplateShader[] = "silk.frag";
 constexpr std::string_view kKinds[] = {"audio_visualization_3d_geometry",
                                        "audio_visualization_mask_shape"};
 
-bool IsNameCharacter(char c) {
-  return static_cast<unsigned char>(c) >= 0x80 || c == '_' || c == '-' ||
-         std::isalnum(static_cast<unsigned char>(c)) != 0;
+bool IsLetterOrDigit(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte >= 0x80 || std::isalnum(byte) != 0;
 }
+
+bool IsNameCharacter(char c) { return c == '_' || c == '-' || IsLetterOrDigit(c); }
 
 // "my_look" as "My look".
 std::string TitleOf(std::string name) {
@@ -63,15 +66,16 @@ std::string FileFor(const std::string& shader, const NewFolder& folder) {
 void WriteOutBuiltins(const NewFolder& folder, PackageText* package) {
   std::vector<std::string> shaders = package->Texts("opengl_frag");
   std::map<std::string, std::string> written;  // the file, by the shader
-  for (std::string& shader : shaders) {
-    if (!package->IsBuiltin(shader)) continue;
+  for (std::string& entry : shaders) {
+    if (!package->IsBuiltin(entry)) continue;
+    const std::string shader(BuiltinName(entry));
     auto found = written.find(shader);
     if (found == written.end()) {
       const std::string file = FileFor(shader, folder);
       ReplaceFile(folder.path() / file, FindBuiltinShader(shader).value());
       found = written.emplace(shader, file).first;
     }
-    shader = found->second;
+    entry = found->second;
   }
   if (!written.empty()) package->Set("opengl_frag", shaders);
 }
@@ -112,6 +116,10 @@ std::string NameOfPackage(const fs::path& folder) {
   if (name.empty() || !std::all_of(name.begin(), name.end(), IsNameCharacter)) {
     throw PackagingError("\"" + host::Utf8(folder) +
                          "\": give a name of letters, digits, \"_\" and \"-\", such as my_look");
+  }
+  if (!IsLetterOrDigit(name.front())) {
+    throw PackagingError("\"" + host::Utf8(folder) +
+                         "\": give a name that begins with a letter or a digit, such as my_look");
   }
   return name;
 }

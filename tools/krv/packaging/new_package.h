@@ -13,7 +13,8 @@ struct NewPackage {
 };
 
 // What makes up a unique and a display name: the name of the folder. Throws PackagingError when it
-// holds other characters than letters, digits, "_", "-" and those beyond ASCII.
+// holds other characters than letters, digits, "_", "-" and those beyond ASCII, or begins with "_"
+// or "-".
 std::string NameOfPackage(const std::filesystem::path& folder);
 
 // Makes the folder with a package of one shader, with remarks for who changes it. `schema` is the
