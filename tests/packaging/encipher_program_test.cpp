@@ -65,6 +65,24 @@ TEST_F(EncipherProgram, TheCopyLiesBesideTheOriginalByDefault) {
   EXPECT_THAT(ReadFile(Path("mine-enciphered/a.frag")), StartsWith("KRVE"));
 }
 
+TEST_F(EncipherProgram, TheCopyLiesBesideAPackageNamedByDots) {
+  RunWell("encipher " + Argument("mine/."));
+  EXPECT_THAT(ReadFile(Path("mine-enciphered/a.frag")), StartsWith("KRVE"));
+  std::filesystem::remove_all(Path("mine-enciphered"));
+  RunWell("encipher " + Argument("mine/parts/../"));
+  EXPECT_THAT(ReadFile(Path("mine-enciphered/a.frag")), StartsWith("KRVE"));
+}
+
+TEST_F(EncipherProgram, AWayThroughThePackageMayLeadOutside) {
+  RunWell("encipher " + Argument("mine") + " -o " + Argument("mine/parts/../../out"));
+  EXPECT_THAT(ReadFile(Path("out/a.frag")), StartsWith("KRVE"));
+  RunWell("new " + Argument("mine/../copy") + " --from " + Argument("mine"));
+  EXPECT_EQ(ReadFile(Path("copy/a.frag")), kFigure);
+  std::filesystem::create_directory(Path("elsewhere"));
+  ExpectRefused("encipher " + Argument("mine") + " -o " + Argument("elsewhere/../mine/out"),
+                "lies in");
+}
+
 TEST_F(EncipherProgram, ADescriptionThatSaysNoIsChanged) {
   WritePackage("plain", "fx.plain", "x", R"("ENCRYPT": "0", "params": [])");
   RunWell("encipher " + Argument("plain"));

@@ -22,18 +22,24 @@ struct EncipherOptions {
   std::string output;
 };
 
+namespace fs = std::filesystem;
+
+// Beside the package, also when that is "." or "..".
+fs::path DefaultOutput(const fs::path& package) {
+  const bool plain = package.filename() != "." && package.filename() != "..";
+  fs::path output = plain ? package : PlainPath(package);
+  output += "-enciphered";
+  return output;
+}
+
 int Encipher(const EncipherOptions& options) {
-  namespace fs = std::filesystem;
   fs::path package = host::PathFromUtf8(options.package);
   if (!package.has_filename()) package = package.parent_path();
   if (!host::platform::IsFolder(package)) {
     return UsageError(options.package + ": there is no such package folder");
   }
-  fs::path output = host::PathFromUtf8(options.output);
-  if (options.output.empty()) {
-    output = package;
-    output += "-enciphered";
-  }
+  fs::path output =
+      options.output.empty() ? DefaultOutput(package) : host::PathFromUtf8(options.output);
   if (!output.has_filename()) output = output.parent_path();
   try {
     const auto files = MakeEncipheredCopy(package, output);

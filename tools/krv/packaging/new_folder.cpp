@@ -22,6 +22,13 @@ std::string ReadWholeFile(const fs::path& file) {
   return text.str();
 }
 
+fs::path PlainPath(const fs::path& path) {
+  const fs::path absolute = fs::absolute(path);
+  std::error_code error;
+  fs::path plain = fs::weakly_canonical(absolute, error);
+  return error ? absolute.lexically_normal() : plain;
+}
+
 void ReplaceFile(const fs::path& file, std::string_view contents) {
   std::error_code ignored;
   platform::Remove(file, ignored);
@@ -51,7 +58,7 @@ NewFolder::~NewFolder() {
 }
 
 void CopyInto(const fs::path& from, const NewFolder& to) {
-  for (fs::path above = fs::absolute(to.path()); above.has_relative_path();
+  for (fs::path above = PlainPath(to.path()); above.has_relative_path();
        above = above.parent_path()) {
     if (platform::IsSameFile(above, from)) {
       throw PackagingError(host::Utf8(to.path()) + ": lies in " + host::Utf8(from) +

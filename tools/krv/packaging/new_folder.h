@@ -17,6 +17,10 @@ class PackagingError : public std::runtime_error {
 // The contents of a file, byte for byte. Throws PackagingError.
 std::string ReadWholeFile(const std::filesystem::path& file);
 
+// The absolute path of a file or folder that need not be there yet, without "." and ".." and, as
+// far as it is there, links.
+std::filesystem::path PlainPath(const std::filesystem::path& path);
+
 // Writes a file in place of what is there, also of what is write-protected. Throws PackagingError.
 void ReplaceFile(const std::filesystem::path& file, std::string_view contents);
 
