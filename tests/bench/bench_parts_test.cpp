@@ -125,7 +125,7 @@ TEST_F(BenchFacts, ComeFromTheDescription) {
   EXPECT_EQ(facts.quality, "low");
   EXPECT_EQ(facts.passes, 1);
   EXPECT_TRUE(facts.without_blend);
-  EXPECT_FALSE(facts.own_blend);
+  EXPECT_FALSE(facts.blends_by_gl);
   EXPECT_FALSE(facts.original);
   EXPECT_FALSE(facts.reads_background);
 }
@@ -147,6 +147,24 @@ TEST_F(BenchFacts, PictureIsReadWhenTheFirstShaderDoes) {
   ASSERT_TRUE(facts) << error;
   EXPECT_EQ(facts->passes, 2);
   EXPECT_FALSE(facts->reads_background);
+}
+
+// As the plug-in chooses its compositor.
+TEST_F(BenchFacts, GlBlendsWhereThePackageReachesTheBlend) {
+  for (const char* keys : {
+           R"("blend_script": "own.frag")",
+           R"("opengl_vert": ["camera.vert"])",
+           R"("params": [{"name": "alpha", "type": 5}, {"name": "blend", "type": 3}])",
+           R"("params": [{"name": "effect_tex", "type": 3}])",
+       }) {
+    EXPECT_TRUE(Read(keys).blends_by_gl) << keys;
+  }
+  for (const char* keys : {
+           R"("blend_script": "", "opengl_vert": [])",
+           R"("params": [{"name": "blend_speed", "type": 5}])",
+       }) {
+    EXPECT_FALSE(Read(keys).blends_by_gl) << keys;
+  }
 }
 
 TEST_F(BenchFacts, OfABrokenDescriptionNameTheFile) {
@@ -210,8 +228,8 @@ TEST_F(LeastWorkPlanned, PictureIsUploadedForAPassThatReadsIt) {
   EXPECT_TRUE(Plan().copy);
 }
 
-TEST_F(LeastWorkPlanned, ABlendScriptTakesEverythingThroughGl) {
-  facts_.own_blend = true;
+TEST_F(LeastWorkPlanned, ABlendByGlTakesEverythingThroughGl) {
+  facts_.blends_by_gl = true;
   const LeastWorkPlan plan = Plan();
   EXPECT_FALSE(plan.copy);
   EXPECT_TRUE(plan.upload);

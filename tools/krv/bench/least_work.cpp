@@ -55,7 +55,7 @@ LeastWorkPlan PlanLeastWork(const PackageFacts& facts, host::DeviceUse form, Fra
   plan.pass_size = EffectSizeOf(facts, output);
   // Drawn into the output itself, there is nothing to lay over anything.
   const bool laid_over = !facts.original;
-  plan.copy = in_memory && laid_over && !facts.own_blend;
+  plan.copy = in_memory && laid_over && !facts.blends_by_gl;
   plan.blend = laid_over && !plan.copy;
   plan.upload = in_memory && (facts.reads_background || plan.blend);
   plan.read_back = in_memory;

@@ -24,7 +24,7 @@ struct LeastWorkPlan {
 };
 
 // A figure that the plug-in lays over a frame in memory by its own rule can be drawn and read back
-// at its own size. With a shader of the package's for that, everything has to pass through GL.
+// at its own size. Where GL lays it over, everything has to pass through GL.
 LeastWorkPlan PlanLeastWork(const PackageFacts& facts, host::DeviceUse form, FrameSize output);
 
 // Does that work over and over. [gl-thread, always with the same current context]

@@ -42,6 +42,17 @@ bool IsNamePart(char letter) {
   return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_';
 }
 
+// By the plug-in's rule.
+bool BlendsByGl(const nlohmann::json& description) {
+  const auto vertex_shaders = description.value("opengl_vert", std::vector<std::string>());
+  const auto parameters = description.value("params", nlohmann::json::array());
+  return !description.value("blend_script", std::string()).empty() || !vertex_shaders.empty() ||
+         std::any_of(parameters.begin(), parameters.end(), [](const nlohmann::json& parameter) {
+           const std::string name = parameter.value("name", std::string());
+           return name == "blend" || name == "effect_tex";
+         });
+}
+
 }  // namespace
 
 bool ReadsName(const std::string& shader, const std::string& name) {
@@ -76,7 +87,7 @@ std::optional<PackageFacts> ReadPackageFacts(const std::filesystem::path& folder
       facts.reads_background = shader && ReadsName(*shader, "background_tex");
     }
     facts.without_blend = description.value("without_blend", false);
-    facts.own_blend = !description.value("blend_script", std::string()).empty();
+    facts.blends_by_gl = BlendsByGl(description);
     facts.original = description.value("original", false);
     return facts;
   } catch (const nlohmann::json::exception& failure) {

@@ -17,8 +17,11 @@ struct PackageFacts {
   // for those that are enciphered.
   bool reads_background = false;
   bool without_blend = false;
-  bool own_blend = false;  // lays the figure over the frame by a shader of its own
-  bool original = false;   // draws at the output's size, straight into it
+  // Whether GL lays the figure over frames in memory, too: with a blend script, with a vertex
+  // shader, which may place the blend anywhere, and with a parameter that reaches the default
+  // blend.
+  bool blends_by_gl = false;
+  bool original = false;  // draws at the output's size, straight into it
 };
 
 // Nothing, with one line in *error, when the description cannot be read.
