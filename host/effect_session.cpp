@@ -63,17 +63,19 @@ bool IsRenderable(const FrameRequest& request, int32_t output_stride, std::strin
   return true;
 }
 
+// Whether there is a frame, and it has the request's size and type.
+bool Fits(HostFrame* frame, const FrameRequest& request) {
+  if (frame == nullptr) return false;
+  FrameDescription have;
+  frame->Describe(&have);
+  return have.width == request.width && have.height == request.height &&
+         have.pixel_type == request.pixel_type;
+}
+
 // A texture of the request's size and type in *texture, the one there if it fits.
 bool FitTexture(const FrameRequest& request, std::unique_ptr<TextureFrame>* texture,
                 std::string* error) {
-  if (*texture != nullptr) {
-    FrameDescription have;
-    (*texture)->Describe(&have);
-    if (have.width == request.width && have.height == request.height &&
-        have.pixel_type == request.pixel_type) {
-      return true;
-    }
-  }
+  if (Fits(texture->get(), request)) return true;
   texture->reset();
   *texture = TextureFrame::Create(request.width, request.height, request.pixel_type, error);
   return *texture != nullptr;
@@ -176,8 +178,7 @@ bool EffectSession::RenderInMemory(const FrameRequest& request, void* output, in
                                output_stride};
   MemoryFrame output_frame(description, output);
   if (request.input == nullptr) {
-    MemoryFrame input_frame(request.width, request.height, request.pixel_type);
-    return Process(request, &input_frame, &output_frame, error);
+    return Process(request, &BlackFrame(request), &output_frame, error);
   }
   description.stride = request.input_stride;
   // The plug-in only reads its input.
@@ -193,11 +194,9 @@ bool EffectSession::RenderOnGpu(const FrameRequest& request, void* output, int32
   }
   const void* pixels = request.input;
   int32_t stride = request.input_stride;
-  std::vector<uint8_t> black;
   if (pixels == nullptr) {
     stride = request.width * BytesPerPixel(request.pixel_type);
-    black.resize(static_cast<size_t>(stride) * static_cast<size_t>(request.height));
-    pixels = black.data();
+    pixels = BlackFrame(request).GetPixels();
   }
   if (!input_texture_->Upload(pixels, stride)) {
     *error = "the input frame cannot be put on the GPU";
@@ -207,6 +206,14 @@ bool EffectSession::RenderOnGpu(const FrameRequest& request, void* output, int32
   if (output_texture_->ReadPixels(output, output_stride) == kOk) return true;
   *error = "the output frame cannot be read from the GPU";
   return false;
+}
+
+MemoryFrame& EffectSession::BlackFrame(const FrameRequest& request) {
+  if (!Fits(black_frame_.get(), request)) {
+    black_frame_.reset();  // never two at a time
+    black_frame_ = std::make_unique<MemoryFrame>(request.width, request.height, request.pixel_type);
+  }
+  return *black_frame_;
 }
 
 bool EffectSession::Process(const FrameRequest& request, HostFrame* input, HostFrame* output,

@@ -100,6 +100,8 @@ class EffectSession {
                       std::string* error);
   bool RenderOnGpu(const FrameRequest& request, void* output, int32_t output_stride,
                    std::string* error);
+  // What stands for an input that is missing, of the request's size and type.
+  MemoryFrame& BlackFrame(const FrameRequest& request);
   bool Process(const FrameRequest& request, HostFrame* input, HostFrame* output,
                std::string* error);
 
@@ -111,6 +113,7 @@ class EffectSession {
   PersonMaskSource* person_mask_ = nullptr;
   ParameterValues parameters_;
   const ParameterSource* source_ = nullptr;
+  std::unique_ptr<MemoryFrame> black_frame_;      // kept from frame to frame, nobody writes it
   std::unique_ptr<TextureFrame> input_texture_;   // kept from frame to frame, GPU only
   std::unique_ptr<TextureFrame> output_texture_;  // kept from frame to frame, GPU only
 };

@@ -5,6 +5,7 @@
 #include "host_test_files.h"
 #include "package_copy.h"
 #include "plugin_host.h"
+#include "steady/counted_heap.h"
 #include "utf8_path.h"
 
 namespace krv::host {
@@ -228,6 +229,29 @@ TEST_P(HostSession, NoInputCountsAsATransparentPicture) {
   // The default blend mixes all four channels by the effect's alpha.
   EXPECT_NEAR(output[2], 128, 1);
   EXPECT_NEAR(output[3], 64, 1);
+}
+
+TEST_P(HostSession, FramesWithoutInputAskTheHeapForNoMoreThanOthers) {
+  WritePackage("p", name_, kTopRed);
+  const auto session = Open(Options());
+  ASSERT_NE(session, nullptr);
+  const std::vector<uint8_t> input(size_t{kWidth} * kHeight * 4);
+  std::vector<uint8_t> output(input.size());
+  FrameRequest request;
+  request.width = kWidth;
+  request.height = kHeight;
+  request.input_stride = kWidth * 4;
+  const auto allocations = [&](const void* pixels) {
+    request.input = pixels;
+    std::string error;
+    const test::CountedHeap heap;
+    EXPECT_TRUE(session->RenderFrame(request, output.data(), kWidth * 4, &error)) << error;
+    return heap.allocations();
+  };
+  allocations(nullptr);
+  const size_t without_input = allocations(nullptr);
+  EXPECT_EQ(without_input, allocations(input.data()));
+  EXPECT_EQ(without_input, allocations(nullptr)) << "after one with input";
 }
 
 TEST_P(HostSession, ParametersReachTheShader) {
