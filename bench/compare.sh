@@ -3,7 +3,8 @@
 # each from file to raw frames with software OpenGL, in alternation and with runs of each tool that
 # draw nothing. Without CLIP it makes clips of 720, 1080 and 2160 lines. Writes compare.md and
 # compare.json into build/bench/compare. ROUNDS: of everything (default 5); SIZES: of the clips
-# (default "720 1080 2160"); FRAMES: of a run at 1080 lines and less (default 300; a third above).
+# (default "720 1080 2160"); FRAMES: of a run at 1080 lines and less (default 300; a third above), or
+# all those of a shorter CLIP.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 rounds=${ROUNDS:-5}
@@ -46,7 +47,13 @@ timed() {
 
 # graph NAME FILTERS: a run of FFmpeg in which FILTERS make the frames of [0:v] and [0:a].
 graph() {
-  timed "$1" ffmpeg -nostdin -v error -i "$clip" -frames:v "$frames" -filter_complex "$2" -f null -
+  timed "$1" ffmpeg -nostdin -v error -progress "$scratch/progress" -i "$clip" -frames:v "$frames" \
+    -filter_complex "$2" -f null -
+  # An overlay ends with the sound, which may be shorter than the picture.
+  local made
+  made=$(sed -n 's/^frame=//p' "$scratch/progress" | tail -n 1)
+  [ "$made" -eq "$frames" ] ||
+    { echo "compare: $clip: $1 made only $made frames of $frames; set FRAMES lower" >&2; exit 1; }
 }
 
 # melt_run NAME PARTS...: a run of MLT with what follows the clip.
@@ -58,7 +65,7 @@ melt_run() {
 }
 
 one_round() {
-  local bars="mode=bar:fscale=log:rate=30"
+  local bars="mode=bar:fscale=log:rate=$rate"
   local over="overlay=shortest=1:format=rgb"
   local small=$((width * 480 / height / 2 * 2))x480
   graph ffmpeg_decode "[0:v]null"
@@ -66,7 +73,7 @@ one_round() {
   graph showfreqs "[0:a]showfreqs=s=${width}x$height:$bars,format=bgra[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
   graph showfreqs_480 "[0:a]showfreqs=s=$small:$bars,format=bgra,scale=$width:$height:flags=fast_bilinear[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
   graph showfreqs_480_yuv "[0:a]showfreqs=s=$small:$bars,scale=$width:$height[v];[0:v][v]overlay=shortest=1"
-  graph showwaves "[0:a]showwaves=s=${width}x$height:mode=cline:rate=30,format=bgra[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
+  graph showwaves "[0:a]showwaves=s=${width}x$height:mode=cline:rate=$rate,format=bgra[v];[0:v]format=bgra[m];[m][v]$over,format=bgra"
   local four="[0:a]asplit=4[a1][a2][a3][a4];[0:v]format=bgra[m0]" i
   for i in 1 2 3 4; do
     four+=";[a$i]showfreqs=s=${width}x$((height / 4)):$bars,format=bgra[v$i]"
@@ -98,16 +105,21 @@ if [ ${#clips[@]} -eq 0 ]; then
   for lines in ${SIZES:-720 1080 2160}; do clips+=("$(make_clip "$lines" 11)"); done
 fi
 for clip in "${clips[@]}"; do
-  IFS=x read -r width height < <(ffprobe -v error -select_streams v:0 \
-    -show_entries stream=width,height -of csv=p=0:s=x "$clip")
+  IFS=x read -r width height rate clip_frames < <(ffprobe -v error -select_streams v:0 -count_packets \
+    -show_entries stream=width,height,r_frame_rate,nb_read_packets -of csv=p=0:s=x "$clip")
   case $height in
     720) profile=atsc_720p_30 ;;
     1080) profile=atsc_1080p_30 ;;
     2160) profile=uhd_2160p_30 ;;
     *) profile= ;;
   esac
+  [ "$rate" = 30/1 ] || profile=  # MLT would make other frames than those of the clip
   frames=${FRAMES:-300}
   [ "$height" -le 1080 ] || frames=$((frames / 3))
+  if [ "$frames" -gt "$clip_frames" ]; then
+    echo "compare: $clip has only $clip_frames frames: runs of these instead of $frames" >&2
+    frames=$clip_frames
+  fi
   results=$scratch/results/${width}x$height
   mkdir -p "$results"
   echo "$frames" >"$results/frames"
