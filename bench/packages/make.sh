@@ -3,7 +3,7 @@
 #   bars_512            the shipped bars, with up to 512 of them
 #   bars_medium         the shipped bars in medium quality
 #   figures_1 .. 4      as many passes, each of which draws 63 bars over what the one before has drawn
-#   rows_1 .. 4         as many such rows of bars in one pass
+#   rows_1 .. 4         the same picture in one pass, which looks at every row at every pixel
 set -euo pipefail
 source=$(cd "$(dirname "$0")" && pwd)
 folder=$1
@@ -35,7 +35,7 @@ sed -e 's/"audio_visualization_bars"/"bench_bars_medium"/' -e '/"\$schema"/d' \
 for count in 1 2 3 4; do
   package=$folder/rows_$count
   mkdir -p "$package"
-  sed -e "s/@COUNT@/$count.0/" "$source/rows.frag.in" >"$package/rows.frag"
+  sed -e "s/@COUNT@/$count/" "$source/rows.frag.in" >"$package/rows.frag"
   description "rows_$count" '["rows.frag"]' >"$package/description.json"
 
   package=$folder/figures_$count
