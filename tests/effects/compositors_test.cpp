@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "effects/effect_fixture.h"
@@ -172,6 +174,39 @@ TEST_F(CompositorTest, AgreeWhereverAFlatFigureIsPut) {
     for (size_t i = 0; i < places.size(); ++i) {
       context_.answers = places[i];
       EXPECT_LE(Difference(package, {640, 400, kPixel8, 0}), 1.001 * kStep) << folder << " " << i;
+    }
+  }
+}
+
+// Nor may any part of large items: in a wide frame they reach far beyond what is seen around them.
+TEST_F(CompositorTest, AgreeOnLargeItemsOfFlatFigures) {
+  const std::vector<std::pair<std::string, std::map<std::string, ParameterValue>>> figures = {
+      {"circle_columns", {{"circle_size", Float(4)}}},
+      {"circle_columns", {{"circle_size", Float(3)}, {"audio_frequency_max", Float(0.05F)}}},
+      {"rectangle_columns", {{"rectangle_height", Float(8)}}},
+      {"rectangle_columns", {{"rectangle_height", Float(3)}, {"rectangle_width", Float(5)}}},
+      {"bars", {{"spectrum_width", Float(5)}, {"spectrum_minimum_height", Float(40)}}},
+      {"points", {{"point_size", Float(12)}}},
+      {"lines", {{"line_width", Float(30)}}}};
+  for (const auto& [folder, figure] : figures) {
+    Package package = ShippedPackage(folder);
+    package.description["quality"] = "low";
+    const Instance on_cpu = host_.Make(package);
+    const Instance on_gpu = host_.Make(LeftToTheGpu(package));
+    for (const int direction : {0, 1}) {
+      for (const int count : {6, 7}) {
+        for (const float place : {35.0F, 43.0F, 50.0F, 58.0F}) {
+          context_.answers = figure;
+          context_.answers["direction"] = Int(direction);
+          context_.answers["position_y"] = Float(place);
+          for (const char* name : {"spectrum_count", "point_count", "line_count",
+                                   "circle_column_count", "rectangle_column_count"}) {
+            context_.answers[name] = Int(count);
+          }
+          EXPECT_LE(Difference(*on_cpu, *on_gpu, {480, 160, kPixel8, 0}), 1.001 * kStep)
+              << folder << ", direction " << direction << ", " << count << " items at " << place;
+        }
+      }
     }
   }
 }

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -71,11 +72,15 @@ class FoldedFrames : public EffectTest {
 
   // The frames of both, with the answers that the context has.
   testing::AssertionResult LookAlike(KRVEffect& folded, KRVEffect& plain) {
-    context_.output = &result_;
+    return LookAlike(folded, plain, result_, reference_);
+  }
+  testing::AssertionResult LookAlike(KRVEffect& folded, KRVEffect& plain, host::MemoryFrame& result,
+                                     host::MemoryFrame& reference) {
+    context_.output = &result;
     EXPECT_EQ(ProcessFrame(folded, context_), kOk);
-    context_.output = &reference_;
+    context_.output = &reference;
     EXPECT_EQ(ProcessFrame(plain, context_), kOk);
-    return SamePictures(result_, reference_, 1);
+    return SamePictures(result, reference, 1);
   }
 
   host::MemoryFrame picture_{192, 108, kPixel8};
@@ -113,6 +118,51 @@ TEST_F(FoldedFrames, ShowAnyNumberOfItems) {
       }
       context_.answers["geometry_type"] = Int(kind);
       EXPECT_TRUE(LookAlike(*folded, *plain)) << kind << " of " << count;
+    }
+  }
+}
+
+// Where a figure is seen is known in tiles, so it is moved over their edges. The frame is wide:
+// items are measured by its width, what is seen around them by its height.
+TEST_F(FoldedFrames, ShowAllOfLargeItemsWhereverTheyStand) {
+  const Instance folded = host_.Make(Folded());
+  const Instance plain = host_.Make(Plain());
+  host::MemoryFrame below(384, 120, kPixel8);
+  host::MemoryFrame result(384, 120, kPixel8);
+  host::MemoryFrame reference(384, 120, kPixel8);
+  Fill(below, {60, 60, 60, 255});
+  context_.input = &below;
+  const std::vector<std::map<std::string, ParameterValue>> figures = {
+      {{"geometry_type", Int(0)}, {"spectrum_width", Float(4)}, {"spectrum_round", Float(1)}},
+      {{"geometry_type", Int(0)}, {"spectrum_minimum_height", Float(-60)}},
+      {{"geometry_type", Int(1)}, {"point_size", Float(12)}},
+      {{"geometry_type", Int(2)}, {"line_width", Float(30)}},
+      {{"geometry_type", Int(4)}, {"circle_size", Float(4)}},
+      {{"geometry_type", Int(4)}, {"circle_size", Float(1)}, {"clrcle_gap_size", Float(-0.6F)}},
+      {{"geometry_type", Int(4)}, {"circle_size", Float(-1)}, {"clrcle_gap_size", Float(2)}},
+      {{"geometry_type", Int(5)}, {"rectangle_height", Float(8)}},
+      {{"geometry_type", Int(5)}, {"rectangle_height", Float(3)}, {"rectangle_width", Float(5)}},
+      {{"geometry_type", Int(5)},
+       {"rectangle_height", Float(-1)},
+       {"rectangle_gap_size", Float(3)}}};
+  AudioBlock* const sound = context_.audio;
+  for (size_t i = 0; i < figures.size(); ++i) {
+    for (const int direction : {0, 1, 2}) {
+      for (const int count : {6, 7}) {
+        for (const float place : {40.0F, 50.0F, 60.0F, 65.0F}) {
+          context_.answers = figures[i];
+          context_.answers["direction"] = Int(direction);
+          for (const char* name : {"spectrum_count", "point_count", "line_count",
+                                   "circle_column_count", "rectangle_column_count"}) {
+            context_.answers[name] = Int(count);
+          }
+          context_.answers["position_y"] = Float(place);
+          context_.audio = place == 50 || count == 6 ? sound : nullptr;
+          EXPECT_TRUE(LookAlike(*folded, *plain, result, reference))
+              << "figure " << i << ", direction " << direction << ", " << count << " items at "
+              << place;
+        }
+      }
     }
   }
 }

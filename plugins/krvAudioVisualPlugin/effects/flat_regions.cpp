@@ -89,7 +89,7 @@ class Heights {
   Range Of(size_t i) const {
     const float entry = entries_[i];
     if (kind_ == kBars) return Standing(quad_height_ * (least_ * (1.0f - entry) + entry));
-    if (IsColumns(kind_)) return Standing(entry * blocks_.pitch + 2.0f * blocks_.half_height);
+    if (IsColumns(kind_)) return Stacked(entry * blocks_.pitch);
     const float base = direction_ == 1 ? quad_height_ * 0.5f : 0.0f;
     const float next = kind_ == kLines && i + 1 < entries_.size() ? entries_[i + 1] : entry;
     return {quad_height_ * std::min(entry, next) + base,
@@ -102,6 +102,15 @@ class Heights {
     if (direction_ == 0) return {std::min(0.0f, height), std::max(0.0f, height)};
     const float half = std::abs(height) * 0.5f;
     return Range{quad_height_ * 0.5f, quad_height_ * 0.5f}.WidenedBy(half);
+  }
+
+  // Blocks whose outermost centres are that far apart: on the base edge, or half a block below the
+  // middle line.
+  Range Stacked(float height) const {
+    const float half_height = blocks_.half_height;
+    const float first =
+        direction_ == 0 ? half_height : quad_height_ * 0.5f - half_height - height * 0.5f;
+    return Range{first, first + height}.WidenedBy(std::abs(half_height));
   }
 
   int kind_;
