@@ -224,6 +224,20 @@ TEST_F(CompositorTest, AgreeFrameAfterFrameAsAFlatFigureMoves) {
   }
 }
 
+// A package's parameter stands in for what the frame says of a uniform of that name.
+TEST_F(CompositorTest, AgreeOnParametersNamedAsWhatTheBlendReads) {
+  for (const char* name : {"blend", "effect_tex", "background_tex"}) {
+    for (const auto& [kind, value] :
+         {std::pair{kKindBool, nlohmann::json(false)}, std::pair{kKindBool, nlohmann::json(true)},
+          std::pair{kKindInt, nlohmann::json(0)}}) {
+      Package package = ShippedPackage("bars");
+      package.description["quality"] = "low";
+      package.description["params"].push_back(Param(name, kind, value));
+      EXPECT_LE(Difference(package, {640, 400, kPixel8, 0}), 1.001 * kStep) << name << " " << value;
+    }
+  }
+}
+
 // Between two texels of the effect its edge takes as many pixels as the frame has for them.
 TEST_F(CompositorTest, MakeTheEdgeOfAFigureNoSofterThanTheEffectSizeDoes) {
   const FrameShape shape = {3840, 2160, kPixel8, 0};

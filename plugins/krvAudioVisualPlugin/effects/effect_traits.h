@@ -8,7 +8,7 @@ namespace krv {
 struct EffectTraits {
   bool original;           // passes draw straight into the output frame
   bool blends;             // the effect is laid over the input frame
-  bool has_default_blend;  // by the default blend program, over the whole frame
+  bool has_default_blend;  // by the default blend program alone, over the whole frame
   bool uses_human_segment;
   bool uses_mask;
   RenderQuality quality;
