@@ -22,19 +22,22 @@ std::unique_ptr<host::GlContext> MakeContext() {
   return context;
 }
 
-// Offers the suites of another provider, except some.
+// Offers the suites of another provider, except some, of which it may have another one.
 class PickyProvider final : public SuiteProvider {
  public:
-  PickyProvider(SuiteProvider& suites, std::set<std::string> missing)
-      : suites_(suites), missing_(std::move(missing)) {}
+  PickyProvider(SuiteProvider& suites, std::map<std::string, void*> replaced)
+      : suites_(suites), replaced_(std::move(replaced)) {}
   int32_t AcquireSuite(const char* name, uint32_t version, void** suite) override {
-    if (missing_.contains(name)) return kNothingToDo;
-    return suites_.AcquireSuite(name, version, suite);
+    const auto found = replaced_.find(name);
+    if (found == replaced_.end()) return suites_.AcquireSuite(name, version, suite);
+    if (found->second == nullptr) return kNothingToDo;
+    *suite = found->second;
+    return kOk;
   }
 
  private:
   SuiteProvider& suites_;
-  std::set<std::string> missing_;
+  std::map<std::string, void*> replaced_;
 };
 
 std::string NewUniqueName() {
@@ -155,7 +158,13 @@ EffectHost::EffectHost(host::DeviceUse device, const host::HostPaths& paths)
 EffectHost::~EffectHost() { services_.DeleteReleasedFrames(); }
 
 void EffectHost::StartWithout(const std::set<std::string>& suites) {
-  PickyProvider provider(*services_.context()->suites, suites);
+  std::map<std::string, void*> replaced;
+  for (const std::string& name : suites) replaced[name] = nullptr;
+  StartWith(std::move(replaced));
+}
+
+void EffectHost::StartWith(std::map<std::string, void*> suites) {
+  PickyProvider provider(*services_.context()->suites, std::move(suites));
   HostContext context{nullptr, &provider};
   PluginUnderTest().startup(&context, nullptr);
 }

@@ -95,6 +95,9 @@ class EffectHost {
 
   // Starts the library again, without offering the suites of these names.
   void StartWithout(const std::set<std::string>& suites);
+  // Starts the library again, offering these in the place of the suites of their names, or none
+  // where there is null. They have to live until the next start.
+  void StartWith(std::map<std::string, void*> suites);
 
   // Writes the package and registers it; the unique name.
   std::string Register(Package package);

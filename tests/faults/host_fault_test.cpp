@@ -2,6 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <deque>
+#include <vector>
+
 #include "effects/effect_fixture.h"
 
 namespace krv::test {
@@ -36,6 +40,42 @@ class FailingFrame final : public HostFrame {
  private:
   HostFrame& frame_;
   FrameFault fault_;
+};
+
+// What the host makes of a request for a frame.
+struct Mistake {
+  int32_t wider = 0;
+  int32_t higher = 0;
+  int32_t pixel_type = kPixel8;
+  int32_t form = kFrameInMemory;
+};
+
+// Makes other frames in memory than it is asked for.
+class MistakenImages final : public ImageBufferSuite {
+ public:
+  explicit MistakenImages(const Mistake& mistake) : mistake_(mistake) {}
+
+  HostFrame* CreateFrame(int32_t width, int32_t height, int32_t /*pixel_type*/,
+                         int32_t /*form*/) override {
+    const FrameDescription description{.pixel_type = mistake_.pixel_type,
+                                       .form = mistake_.form,
+                                       .width = width + mistake_.wider,
+                                       .height = height + mistake_.higher,
+                                       .stride = 16 * (width + mistake_.wider)};
+    pixels_.resize(static_cast<size_t>(description.stride) *
+                   static_cast<size_t>(description.height));
+    ++live_;
+    return &frames_.emplace_back(description, pixels_.data());
+  }
+  void ReleaseFrame(HostFrame* /*frame*/) override { --live_; }
+
+  int live() const { return live_; }
+
+ private:
+  Mistake mistake_;
+  std::vector<uint8_t> pixels_;
+  std::deque<host::MemoryFrame> frames_;
+  int live_ = 0;
 };
 
 class HostFaults : public EffectTest, public testing::WithParamInterface<FrameFault> {
@@ -88,6 +128,25 @@ TEST_F(HostFaults, EffectFrameThatCannotBeAllocatedFailsTheFrameAndTheNextOneWor
   EXPECT_THAT(host_.TakeErrors(), ElementsAre("<audio_visual> Effect texture is null."));
   host_.StartWithout({});
   EXPECT_EQ(Frame(*effect, picture_, result_), kOk);
+}
+
+TEST_F(HostFaults, EffectFrameThatIsNotAsAskedForIsGivenBackAndFailsTheFrame) {
+  for (const Mistake& mistake :
+       {Mistake{.pixel_type = kPixel16}, Mistake{.pixel_type = kPixelFloat}, Mistake{.wider = 1},
+        Mistake{.wider = -1}, Mistake{.higher = 1}, Mistake{.higher = -1},
+        Mistake{.form = kFrameOnGpu}}) {
+    const Instance effect = host_.Make(package_);
+    MistakenImages images(mistake);
+    host_.StartWith({{kImageBufferSuiteName, &images}});
+    EXPECT_EQ(Frame(*effect, picture_, result_), kFailed);
+    EXPECT_TRUE(ResultIsUntouched());
+    EXPECT_THAT(host_.TakeErrors(), ElementsAre("<audio_visual> Effect texture is null."));
+    EXPECT_EQ(images.live(), 0);
+    effect->ReleaseResources();
+    host_.StartWithout({});
+    EXPECT_EQ(effect->Initialize(&context_), kOk);
+    EXPECT_EQ(Frame(*effect, picture_, result_), kOk);
+  }
 }
 
 }  // namespace

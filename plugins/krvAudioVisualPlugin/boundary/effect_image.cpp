@@ -43,7 +43,10 @@ std::shared_ptr<EffectImage> EffectImage::Allocate(int32_t width, int32_t height
   HostFrame* frame = suite->CreateFrame(width, height, pixel_type, form);
   if (frame == nullptr) return nullptr;
   FrameDescription description{};
-  if (frame->Describe(&description) != 0 || !IsSensible(description)) {
+  const bool is_as_asked = frame->Describe(&description) == 0 && IsSensible(description) &&
+                           description.width == width && description.height == height &&
+                           description.pixel_type == pixel_type && description.form == form;
+  if (!is_as_asked) {
     suite->ReleaseFrame(frame);
     return nullptr;
   }

@@ -15,7 +15,8 @@ class EffectImage {
   // Wraps a frame of the host's. Null when the frame is null or does not describe itself sensibly.
   static std::shared_ptr<EffectImage> Wrap(HostFrame* frame);
 
-  // Has the host make a frame (PixelType, FrameForm). Null when it has no such service or refuses.
+  // Has the host make a frame (PixelType, FrameForm). Null when it has no such service, refuses or
+  // makes another one than it was asked for: memory is laid out by what was asked for.
   static std::shared_ptr<EffectImage> Allocate(int32_t width, int32_t height, int32_t pixel_type,
                                                int32_t form);
 
