@@ -8,8 +8,11 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <random>
 #include <string>
+
+#include "compositing/failing_heap.h"
 
 namespace krv {
 namespace {
@@ -335,6 +338,34 @@ TEST(Overlay, TakesOneSizeAfterTheOther) {
     overlay.LayOver({kPixel8, frame.data(), width * 4, frame.data(), width * 4}, false);
     EXPECT_EQ(std::count(frame.begin(), frame.end(), 255), width * 32);
   }
+}
+
+// The allocations of a change of all sizes fail one after the other, each in an overlay of its own.
+TEST(Overlay, IsWholeAgainAtTheOldSizeAfterAllocationsHaveFailed) {
+  constexpr size_t kStride = 1024;  // a wide frame's row
+  constexpr size_t kRows = 30;      // a high frame's
+  size_t spared = 0;
+  for (bool has_struck = true; has_struck; ++spared) {
+    Overlay overlay;
+    overlay.Resize(32, 4, 64, 8);
+    {
+      const test::FailingHeap heap(spared);
+      try {
+        overlay.Resize(100, 10, 200, 30);
+      } catch (const std::bad_alloc&) {
+      }
+      has_struck = heap.has_struck();
+    }
+    overlay.Resize(32, 4, 64, 8);
+    std::fill_n(overlay.StartEffect(0, 4), 32 * 4 * 4, uint8_t{255});
+    std::vector<uint8_t> frame(kStride * kRows, 7);
+    overlay.LayOver({kPixel8, frame.data(), kStride, frame.data(), kStride}, true);
+    for (size_t i = 0; i < frame.size(); ++i) {
+      const bool is_inside = i % kStride < 64 * 4 && i / kStride < 8;
+      ASSERT_EQ(frame[i], is_inside ? 255 : 7) << "byte " << i << " after allocation " << spared;
+    }
+  }
+  EXPECT_GT(spared, 5U) << "too few allocations to be those of a change";
 }
 
 }  // namespace

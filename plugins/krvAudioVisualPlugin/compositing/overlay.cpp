@@ -69,7 +69,13 @@ std::vector<PixelSpan> BlockSpans(const std::vector<SamplingTap>& columns, int32
 
 void Overlay::Resize(int32_t effect_width, int32_t effect_height, int32_t frame_width,
                      int32_t frame_height) {
-  if (effect_width != effect_width_ || frame_width != frame_width_) {
+  const bool new_effect = effect_width != effect_width_ || effect_height != effect_height_;
+  const bool new_columns = effect_width != effect_width_ || frame_width != frame_width_;
+  const bool new_rows = effect_height != effect_height_ || frame_height != frame_height_;
+  if (!new_columns && !new_rows) return;
+  // So that nothing that a failed allocation leaves half done is taken for whole.
+  effect_width_ = effect_height_ = frame_width_ = frame_height_ = 0;
+  if (new_columns) {
     columns_ = SamplingTaps(frame_width, effect_width);
     column_weights_.clear();
     for (const SamplingTap& tap : columns_) {
@@ -81,10 +87,8 @@ void Overlay::Resize(int32_t effect_width, int32_t effect_height, int32_t frame_
     fixed_row_.assign(channels, 0);
     float_row_.assign(channels, 0);
   }
-  if (effect_height != effect_height_ || frame_height != frame_height_) {
-    rows_ = SamplingTaps(frame_height, effect_height);
-  }
-  if (effect_width != effect_width_ || effect_height != effect_height_) {
+  if (new_rows) rows_ = SamplingTaps(frame_height, effect_height);
+  if (new_effect) {
     effect_.assign(static_cast<size_t>(effect_width) * static_cast<size_t>(effect_height) * 4, 0);
     touched_.assign(block_spans_.size() * static_cast<size_t>(effect_height), 0);
     first_row_ = end_row_ = 0;
