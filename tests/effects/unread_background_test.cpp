@@ -1,4 +1,5 @@
 // Frames in memory reach the GPU only where a pass reads them; whoever reads them sees them.
+#include <glad/gl.h>
 #include <gtest/gtest.h>
 
 #include "effects/effect_fixture.h"
@@ -16,9 +17,38 @@ Package ShowsSampler(const std::string& name) {
   return package;
 }
 
+// A figure of a built-in shader.
+Package BuiltinFigure(const std::string& shader, const nlohmann::json& params) {
+  Package package;
+  package.description["opengl_frag"] = {shader};
+  package.description["quality"] = "low";
+  package.description["params"] = params;
+  return package;
+}
+
 class UnreadBackground : public EffectTest {
  protected:
   UnreadBackground() { FillValues(input_, kBelow); }
+
+  // Whether frames of this package are uploaded. They are larger than what an effect is drawn in,
+  // so no other texture has their size.
+  bool Uploads(const Package& package) {
+    host::MemoryFrame frame(640, 400, kPixel8);
+    context_.input = context_.output = &frame;
+    const Instance effect = host_.Make(package);
+    EXPECT_EQ(ProcessFrame(*effect, context_), kOk);
+    bool found = false;
+    for (GLuint name = 1; name < 1000; ++name) {
+      if (glIsTexture(name) == GL_FALSE) continue;
+      GLint width = 0;
+      glBindTexture(GL_TEXTURE_2D, name);
+      glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+      found = found || width == 640;
+    }
+    glBindTexture(GL_TEXTURE_2D, 0);
+    effect->ReleaseResources();
+    return found;
+  }
 
   void ExpectBelow(const Values& shown) {
     for (size_t i = 0; i < shown.size(); ++i) EXPECT_NEAR(shown[i], kBelow[i], 1 / 255.0) << i;
@@ -86,6 +116,28 @@ TEST_F(UnreadBackground, IsThereForABlendScript) {
   package.files["blend.glsl"] = Fragment("gl_FragColor = texture2D(background_tex, vec2(0.5));",
                                          "uniform sampler2D background_tex;");
   EXPECT_EQ(Shown(*host_.Make(package)), kBelow);
+}
+
+TEST_F(UnreadBackground, IsNotUploadedForABuiltinFigure) {
+  const nlohmann::json gradient = Param("gradient_color", kKindText, "2,255,0;65280,100");
+  for (const char* shader :
+       {"audio_visualization_geometry.frag", "audio_visualization_halo_geometry.frag",
+        "audio_visualization_halo_spectrum.frag"}) {
+    for (const bool colored : {false, true}) {
+      const nlohmann::json coloring = Param("use_gradient_color", kKindBool, colored);
+      const nlohmann::json scale = Param("scale_x", kKindFloat, 1);
+      EXPECT_FALSE(Uploads(BuiltinFigure(shader, {coloring, scale}))) << shader << " " << colored;
+      EXPECT_FALSE(Uploads(BuiltinFigure(shader, {coloring, scale, gradient}))) << shader;
+    }
+  }
+  EXPECT_TRUE(Uploads(ShowsSampler("background_tex")));
+}
+
+// The stops are then the frame's pixels.
+TEST_F(UnreadBackground, IsThereForAFigureWithACountOfStopsAndNoStops) {
+  EXPECT_TRUE(Uploads(BuiltinFigure(
+      "audio_visualization_geometry.frag",
+      {Param("use_gradient_color", kKindBool, true), Param("gradient_color_count", kKindInt, 2)})));
 }
 
 // A frame that lies partly over another is read before it is written.

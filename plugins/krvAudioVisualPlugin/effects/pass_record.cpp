@@ -29,6 +29,12 @@ void AddUniformOfKind(PXGraphicsContext& draw, const std::string& name,
   }
 }
 
+// Without stops a built-in shader's gradient is black, whatever its texture holds.
+bool HasUnreadGradient(const PassRecord& record) {
+  return record.is_builtin && !record.uniforms.contains("gradient_color_tex") &&
+         !record.uniforms.contains("gradient_color_count");
+}
+
 }  // namespace
 
 PassRecord::PassRecord() = default;
@@ -47,7 +53,9 @@ void StoreUniform(PassRecord& record, std::string_view name, const ParameterValu
 
 bool ReadsUnit(PassRecord& record, int32_t unit) {
   const std::lock_guard lock(record.mutex);
+  const bool has_unread_gradient = HasUnreadGradient(record);
   for (const std::string& name : record.samplers) {
+    if (has_unread_gradient && name == "gradient_color_tex") continue;
     const auto set = record.uniforms.find(name);
     if ((set == record.uniforms.end() ? 0 : set->second.as_int) == unit) return true;
   }

@@ -27,15 +27,17 @@ struct PassRecord {
 
   std::shared_ptr<PXProgram> program;
   std::unique_ptr<FoldedShader> folded;  // of a built-in shader; null for any other
-  std::vector<std::string> samplers;     // that the program reads
-  UniformMap uniforms;                   // under mutex
+  bool is_builtin = false;
+  std::vector<std::string> samplers;  // that the program reads
+  UniformMap uniforms;                // under mutex
   std::mutex mutex;
 };
 
 // Inserts or overwrites a uniform of the record. Texts are not kept: no uniform can hold one.
 void StoreUniform(PassRecord& record, std::string_view name, const ParameterValue& value);
 
-// Whether the program reads the texture of this unit: a sampler that is not set reads unit 0.
+// Whether the program reads the texture of this unit: a sampler that is not set reads unit 0, but
+// for the gradient of a built-in shader that has no stops.
 bool ReadsUnit(PassRecord& record, int32_t unit);
 
 // Adds the record's uniforms to the draw in name order. Integers of all kinds and booleans arrive

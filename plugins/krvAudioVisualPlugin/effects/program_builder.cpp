@@ -76,8 +76,9 @@ std::unique_ptr<PassRecord> BuildPass(const EffectDescription& description, cons
     return nullptr;
   }
   pass->samplers = SamplerNames(*pass->program);
+  pass->is_builtin = IsBuiltin(description, path);
   // The folded form has a vertex shader of its own.
-  if (vertex_source.empty() && IsBuiltin(description, path)) {
+  if (vertex_source.empty() && pass->is_builtin) {
     pass->folded = FoldedShader::Create(BaseName(path));
   }
   return pass;
