@@ -20,6 +20,12 @@ bool IsFolder(const std::filesystem::path& path);  // or a link to one
 // Whether both exist and are the same file or folder.
 bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
+// Where a link leads in the end, though nothing need be there; another path as it is.
+std::filesystem::path BehindLinks(const std::filesystem::path& path);
+
+// Whether nobody, or not who runs the program, is allowed to write into a file that exists.
+bool IsWriteProtected(const std::filesystem::path& path);
+
 struct FolderEntry {
   std::filesystem::path path;  // the folder's path and the name
   bool is_folder;              // false for links to folders
@@ -35,6 +41,10 @@ bool CreateFolder(const std::filesystem::path& folder, std::error_code& error);
 // Copies a file's contents and permissions. There must be no `to` yet.
 void Copy(const std::filesystem::path& from, const std::filesystem::path& to,
           std::error_code& error);
+
+// Gives a file the permissions of another one; on Windows those that are attributes.
+void CopyPermissions(const std::filesystem::path& from, const std::filesystem::path& to,
+                     std::error_code& error);
 
 // Moves a file within a disk, in place of an older `to`.
 void Rename(const std::filesystem::path& from, const std::filesystem::path& to,

@@ -135,7 +135,7 @@ TEST_F(StudioFiles, SavedDefaultsAreInTheFileAndNothingElseIsInTheFolder) {
 
 TEST_F(StudioFiles, WhereNothingCanBeWrittenACopyIsAdvised) {
   host::WriteFile(Path("description.json"), kDescription);
-  std::filesystem::create_directory(Path("description.json.part"));  // which no file can replace
+  std::filesystem::create_directory(Path(".description.part.json"));  // which no file can replace
   std::string error;
   EXPECT_FALSE(SaveDefaults(Path("description.json"), {{"gain", 0.75f}}, &error));
   EXPECT_THAT(error, HasSubstr("krv new NAME --from EFFECT"));

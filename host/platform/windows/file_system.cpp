@@ -95,6 +95,24 @@ bool IsSameFile(const fs::path& one, const fs::path& other) {
          a.nFileIndexLow == b.nFileIndexLow;
 }
 
+fs::path BehindLinks(const fs::path& path) {
+  const DWORD attributes = Attributes(path);
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return path;
+  }
+  const FileHandle file = Open(path);
+  if (file == nullptr) return path;  // a link that leads nowhere
+  std::wstring full(GetFinalPathNameByHandleW(file.get(), nullptr, 0, 0), L'\0');
+  full.resize(
+      GetFinalPathNameByHandleW(file.get(), full.data(), static_cast<DWORD>(full.size()), 0));
+  return full.empty() ? path : fs::path(full);
+}
+
+bool IsWriteProtected(const fs::path& path) {
+  const DWORD attributes = Attributes(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 std::optional<std::vector<FolderEntry>> ListFolder(const fs::path& folder) {
   // The joined path decides about the prefix: it is the longer one.
   const fs::path pattern = OpenablePath(folder / L"*");
@@ -122,6 +140,17 @@ bool CreateFolder(const fs::path& folder, std::error_code& error) {
 void Copy(const fs::path& from, const fs::path& to, std::error_code& error) {
   error.clear();
   if (!CopyFileW(OpenablePath(from).c_str(), OpenablePath(to).c_str(), /*bFailIfExists=*/TRUE)) {
+    error = LastError();
+  }
+}
+
+void CopyPermissions(const fs::path& from, const fs::path& to, std::error_code& error) {
+  error.clear();
+  constexpr DWORD kKept = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  const DWORD wanted = Attributes(from);
+  const DWORD now = Attributes(to);
+  if (wanted == INVALID_FILE_ATTRIBUTES || now == INVALID_FILE_ATTRIBUTES ||
+      !SetFileAttributesW(OpenablePath(to).c_str(), (now & ~kKept) | (wanted & kKept))) {
     error = LastError();
   }
 }

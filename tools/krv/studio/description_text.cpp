@@ -9,6 +9,7 @@
 #include "json_places.h"
 #include "parameter_text.h"
 #include "platform/file_system.h"
+#include "studio/saved_file.h"
 #include "utf8_path.h"
 
 namespace krv::studio {
@@ -100,23 +101,9 @@ bool SaveDefaults(const std::filesystem::path& description, const ValuesByName& 
     *error = name + ": " + reason;
     return false;
   }
-  std::filesystem::path part = description;
-  part += ".part";
-  std::ofstream out(host::platform::OpenablePath(part), std::ios::binary | std::ios::trunc);
-  if (!out) {  // as in the folders of an installed program
-    *error = host::Utf8(description.parent_path()) +
-             ": no file can be written here; `krv new NAME --from EFFECT` makes a copy of your own";
-    return false;
-  }
-  out << *changed;
-  out.close();
-  std::error_code code;
-  if (out) host::platform::Rename(part, description, code);
-  if (out && !code) return true;
-  std::error_code ignored;
-  host::platform::Remove(part, ignored);
-  *error = name + ": cannot be written" + (code ? ": " + code.message() : std::string());
-  return false;
+  // What cannot be written is mostly an installed program's.
+  return SaveFile(description, *changed,
+                  "make a copy of your own with `krv new NAME --from EFFECT`", error);
 }
 
 }  // namespace krv::studio

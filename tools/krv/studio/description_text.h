@@ -20,7 +20,7 @@ using ValuesByName = std::map<std::string, host::HostValue, std::less<>>;
 std::optional<std::string> ReplaceDefaults(std::string_view text, const ValuesByName& values,
                                            std::string* error);
 
-// Does that to a file, which is never half written. False, with one line in *error, when it cannot.
+// Does that to a file, as SaveFile does. False, with one line in *error, when it cannot.
 bool SaveDefaults(const std::filesystem::path& description, const ValuesByName& values,
                   std::string* error);
 

@@ -1,13 +1,8 @@
 #include "studio/keyframe_file.h"
 
-#include <fstream>
-
 #include "check/finding.h"
 #include "keyframes/keyframe_reader.h"
-#include "media/media_error.h"
-#include "media/part_file.h"
-#include "platform/file_system.h"
-#include "utf8_path.h"
+#include "studio/saved_file.h"
 
 namespace krv::studio {
 
@@ -25,21 +20,8 @@ std::optional<tool::ParameterTracks> LoadKeyframes(const std::filesystem::path& 
 }
 
 bool SaveKeyframes(const std::filesystem::path& file, const std::string& text, std::string* error) {
-  try {
-    host::PartFile part(file);
-    std::ofstream out(host::platform::OpenablePath(part.path()), std::ios::binary);
-    out << text;
-    out.close();
-    if (!out) {
-      throw host::MediaError(host::Utf8(file) +
-                             ": cannot be written; give a folder that is there and open to you");
-    }
-    part.Commit();
-  } catch (const host::MediaError& failure) {
-    *error = failure.what();
-    return false;
-  }
-  return true;
+  return SaveFile(file, text, "give another name, in a folder that is there and open to you",
+                  error);
 }
 
 }  // namespace krv::studio

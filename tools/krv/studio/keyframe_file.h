@@ -16,7 +16,7 @@ std::optional<tool::ParameterTracks> LoadKeyframes(const std::filesystem::path& 
                                                    const host::EffectListing& effect,
                                                    const host::FrameRate& rate, std::string* error);
 
-// Writes the file, which is never half written. False, with one line in *error, when it cannot.
+// Writes the file as SaveFile does. False, with one line in *error, when it cannot.
 bool SaveKeyframes(const std::filesystem::path& file, const std::string& text, std::string* error);
 
 }  // namespace krv::studio
