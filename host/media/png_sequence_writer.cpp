@@ -25,8 +25,12 @@ fs::path PartFolder(const fs::path& folder) {
 
 }  // namespace
 
+NumberedName NameOfPictures(const fs::path& path) {
+  return NumberedName::Parse(path.has_filename() ? path : path / "frame_%06d.png");
+}
+
 PngSequenceWriter::PngSequenceWriter(const fs::path& path, int64_t first_frame)
-    : name_(NumberedName::Parse(path.has_filename() ? path : path / "frame_%06d.png")),
+    : name_(NameOfPictures(path)),
       part_folder_(PartFolder(name_.folder())),
       first_(first_frame),
       next_(first_frame) {

@@ -11,6 +11,9 @@
 
 namespace krv::host {
 
+// How the pictures of a sequence are called; `path` as the writer takes it. Throws MediaError.
+NumberedName NameOfPictures(const std::filesystem::path& path);
+
 // Pictures are written into a hidden folder beside the sequence and moved to their names by Finish;
 // older files of the same names are replaced, others in the folder stay.
 class PngSequenceWriter final : public FrameSink {

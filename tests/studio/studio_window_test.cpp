@@ -329,6 +329,94 @@ TEST_F(StudioExport, ACancelledOneLeavesNothing) {
   EXPECT_TRUE(hand_->Until([&] { return studio().frame().index == 1; }));
 }
 
+TEST_F(StudioExport, AFileThatIsThereIsNotReplacedByAccident) {
+  Open(OpenFile(MakeClip()), false);
+  const auto file = Path("film.mkv");
+  host::WriteFile(file, "mine");
+  hand_->Key(SDLK_e, KMOD_CTRL);
+  hand_->Fill("export/output", host::Utf8(file));
+  hand_->Key(SDLK_RETURN);
+  EXPECT_TRUE(IsIn(ExportState::Phase::kNone));
+  EXPECT_EQ(host::ReadFile(file), "mine");
+  hand_->Screenshot("export_replaces_dark");
+  hand_->Key(SDLK_ESCAPE);
+  hand_->Key(SDLK_t);
+  hand_->Key(SDLK_e, KMOD_CTRL);
+  hand_->Screenshot("export_replaces_light");
+  hand_->Click("export/go");  // it says "Replace it" now
+  ASSERT_TRUE(hand_->Until([&] { return IsIn(ExportState::Phase::kDone); }));
+  EXPECT_NE(host::ReadFile(file), "mine");
+}
+
+TEST_F(StudioExport, AFileThatHasJustComeIsToldOfFirst) {
+  Open(OpenFile(MakeClip()), false);
+  const auto file = Path("film.mkv");
+  hand_->Key(SDLK_e, KMOD_CTRL);
+  hand_->Fill("export/output", host::Utf8(file));
+  const auto place = hand_->At("export/go");
+  hand_->Hold(place);
+  host::WriteFile(file, "mine");
+  hand_->Release(place);
+  EXPECT_TRUE(IsIn(ExportState::Phase::kNone));
+  EXPECT_EQ(host::ReadFile(file), "mine");
+}
+
+TEST_F(StudioExport, PicturesThatAreThereAreNotReplacedByAccident) {
+  Open(OpenFile(MakeClip()), false);
+  const auto picture = Path("frames/frame_000009.png");
+  host::WriteFile(picture, "mine");
+  hand_->Key(SDLK_e, KMOD_CTRL);
+  hand_->Fill("export/output", host::Utf8(Path("frames/")));
+  hand_->Key(SDLK_RETURN);
+  EXPECT_TRUE(IsIn(ExportState::Phase::kNone));
+  EXPECT_EQ(host::ReadFile(picture), "mine");
+  hand_->Screenshot("export_replaces_pictures");
+  hand_->Click("export/go");  // it says "Replace them" now
+  ASSERT_TRUE(hand_->Until([&] { return IsIn(ExportState::Phase::kDone); }));
+  EXPECT_NE(host::ReadFile(picture), "mine");
+}
+
+TEST_F(StudioExport, ClosingAsksWhileOneIsUnderWay) {
+  Open(MakeDemoClip(), false);
+  std::filesystem::create_directory(Path("out"));
+  Export(host::Utf8(Path("out/")) + "film.mp4");
+  hand_->Key(SDLK_q, KMOD_CTRL);
+  EXPECT_TRUE(window_->Turn());
+  hand_->Screenshot("export_closing_dark");
+  hand_->Key(SDLK_ESCAPE);  // takes the question back, not the export
+  hand_->Turns(2);
+  EXPECT_FALSE(window_->marks().Find("export/leave"));
+  hand_->Key(SDLK_q, KMOD_CTRL);
+  hand_->Click("export/stay");
+  EXPECT_TRUE(window_->Turn());
+  EXPECT_FALSE(window_->marks().Find("export/leave"));
+  ASSERT_TRUE(studio().export_state().Running());
+  hand_->Key(SDLK_q, KMOD_CTRL);
+  hand_->Click("export/leave");
+  EXPECT_FALSE(window_->Turn());
+  window_.reset();
+  EXPECT_TRUE(std::filesystem::is_empty(Path("out")));
+}
+
+TEST_F(StudioExport, ClosingAsksAboutTheKeyframesAsWell) {
+  Open(MakeDemoClip(), false);
+  hand_->Click("key/spectrum_minimum_height");
+  std::filesystem::create_directory(Path("out"));
+  Export(host::Utf8(Path("out/")) + "film.mp4");
+  hand_->Key(SDLK_q, KMOD_CTRL);
+  hand_->Click("export/leave");
+  EXPECT_TRUE(window_->Turn());
+  EXPECT_FALSE(window_->marks().Find("export/cancel"));
+  hand_->Key(SDLK_ESCAPE);  // nothing has been given up yet
+  EXPECT_TRUE(window_->Turn());
+  EXPECT_TRUE(window_->marks().Find("export/cancel"));
+  ASSERT_TRUE(studio().export_state().Running());
+  hand_->Key(SDLK_q, KMOD_CTRL);
+  hand_->Click("export/leave");
+  hand_->Click("keyframes/discard");
+  EXPECT_FALSE(window_->Turn());
+}
+
 TEST_F(StudioExport, SaysWhyItCannot) {
   Open(MakeDemoClip(), false);
   Export("film.xyz");

@@ -1,6 +1,10 @@
 #include "studio/dialog.h"
 
+#include <imgui_stdlib.h>
+
 #include <algorithm>
+
+#include "studio/widgets.h"
 
 namespace krv::studio {
 namespace {
@@ -59,6 +63,36 @@ void Wrapped(const std::string& text, ImU32 colour) {
   ImGui::TextUnformatted(text.c_str());
   ImGui::PopTextWrapPos();
   ImGui::PopStyleColor();
+}
+
+bool FileField(const Ui& ui, const char* id, std::string* name) {
+  Caption(ui, "File");
+  ImGui::SetNextItemWidth(-1);
+  const bool entered = ImGui::InputText((std::string("##") + id).c_str(), name,
+                                        ImGuiInputTextFlags_EnterReturnsTrue);
+  ui.marks.SetItem(id);
+  return entered;
+}
+
+void FileRemark(const Ui& ui, const std::string& problem, Replaces replaces, const char* hint) {
+  const Palette& colours = ui.look.colours();
+  if (!problem.empty()) {
+    Wrapped(problem, colours.error);
+  } else if (replaces == Replaces::kFile) {
+    Wrapped("There is a file of this name.", colours.warning);
+  } else if (replaces == Replaces::kFiles) {
+    Wrapped("There are files of these names.", colours.warning);
+  } else {
+    Caption(ui, hint);
+  }
+}
+
+bool WriteButton(const Ui& ui, const char* id, const char* text, Replaces replaces, bool entered,
+                 bool enabled) {
+  if (replaces == Replaces::kFile) text = "Replace it";
+  if (replaces == Replaces::kFiles) text = "Replace them";
+  const bool pressed = TextButton(ui, id, text, ButtonKind::kPrimary, enabled);
+  return enabled && (pressed || (entered && replaces == Replaces::kNothing));
 }
 
 }  // namespace krv::studio

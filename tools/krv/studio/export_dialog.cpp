@@ -1,7 +1,5 @@
 #include "studio/export_dialog.h"
 
-#include <imgui_stdlib.h>
-
 #include <algorithm>
 #include <cstdio>
 
@@ -10,6 +8,11 @@
 #include "studio/widgets.h"
 
 namespace krv::studio {
+namespace {
+
+constexpr double kLookInterval = 0.5;  // seconds
+
+}  // namespace
 
 void ExportDialog::Open(const Studio& studio) {
   open_ = true;
@@ -18,7 +21,13 @@ void ExportDialog::Open(const Studio& studio) {
   output_ = (name.empty() ? "export" : name) + ".mp4";
 }
 
+void ExportDialog::AskToClose() {
+  open_ = true;
+  closing_ = true;
+}
+
 void ExportDialog::Dismiss(Studio* studio) {
+  if (std::exchange(closing_, false)) return;
   if (studio->export_state().Running()) {
     studio->CancelExport();
     return;
@@ -27,22 +36,36 @@ void ExportDialog::Dismiss(Studio* studio) {
   open_ = false;
 }
 
+Replaces ExportDialog::Replaced(const Studio& studio, bool now) {
+  if (now || output_ != looked_for_ || Studio::Now() - looked_ > kLookInterval) {
+    replaces_ = ReplacedByExport(output_, studio.clip().frame_count());
+    looked_for_ = output_;
+    looked_ = Studio::Now();
+  }
+  return replaces_;
+}
+
 void ExportDialog::DrawWishes(const Ui& ui) {
-  Caption(ui, "File");
-  ImGui::SetNextItemWidth(-1);
-  const bool entered = ImGui::InputText("##output", &output_, ImGuiInputTextFlags_EnterReturnsTrue);
-  ui.marks.SetItem("export/output");
-  Caption(ui, "The ending chooses the format: .mp4 .mkv .mov .webm, NAME%05d.png or FOLDER/");
+  const bool entered = FileField(ui, "export/output", &output_);
+  const Replaces told = replaces_;
+  const Replaces replaces = Replaced(ui.studio, false);
+  FileRemark(ui, "", replaces,
+             "The ending chooses the format: .mp4 .mkv .mov .webm, NAME%05d.png or FOLDER/");
   ImGui::Dummy({0, ui.look.Px(4)});
   Toggle(ui, "export/transparent", &transparent_);
   ImGui::SameLine(0, ui.look.Px(10));
   ImGui::TextUnformatted("The figure alone, transparent (.mov .webm .png)");
   ImGui::Dummy({0, ui.look.Px(10)});
-  const bool go = TextButton(ui, "export/go", "Export", ButtonKind::kPrimary,
-                             ui.studio.package().ready && !output_.empty());
+  const bool go = WriteButton(ui, "export/go", "Export", replaces, entered,
+                              ui.studio.package().ready && !output_.empty());
   ImGui::SameLine();
   if (TextButton(ui, "export/close", "Close", ButtonKind::kPlain)) Dismiss(&ui.studio);
-  if ((go || entered) && !output_.empty()) ui.studio.StartExport(output_, transparent_);
+  if (!go) return;
+  // A file may have come since the last picture of the window.
+  const Replaces found = Replaced(ui.studio, true);
+  if (found == Replaces::kNothing || found == told) {
+    ui.studio.StartExport(output_, transparent_);
+  }
 }
 
 void ExportDialog::DrawProgress(const Ui& ui) {
@@ -73,7 +96,18 @@ void ExportDialog::DrawProgress(const Ui& ui) {
     ImGui::TextUnformatted(text);
   }
   ImGui::Dummy({0, ui.look.Px(10)});
-  if (TextButton(ui, "export/cancel", "Cancel", ButtonKind::kPlain)) Dismiss(&ui.studio);
+  if (!closing_) {
+    if (TextButton(ui, "export/cancel", "Cancel", ButtonKind::kPlain)) Dismiss(&ui.studio);
+    return;
+  }
+  Wrapped("Closing the studio ends it.", colours.warning);
+  ImGui::Dummy({0, ui.look.Px(10)});
+  if (TextButton(ui, "export/stay", "Keep exporting", ButtonKind::kPrimary)) Dismiss(&ui.studio);
+  ImGui::SameLine();
+  if (TextButton(ui, "export/leave", "End it and close", ButtonKind::kPlain)) {
+    closing_ = false;
+    leave_ = true;
+  }
 }
 
 void ExportDialog::DrawResult(const Ui& ui) {
@@ -102,8 +136,9 @@ void ExportDialog::DrawResult(const Ui& ui) {
 
 void ExportDialog::Draw(const Ui& ui) {
   if (!open_) return;
-  BeginDialog(ui, "export", "Export");
   const ExportState& state = ui.studio.export_state();
+  closing_ = closing_ && state.Running();
+  BeginDialog(ui, "export", closing_ ? "The export is not finished" : "Export");
   if (state.Running()) {
     DrawProgress(ui);
   } else if (state.phase == ExportState::Phase::kNone) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "studio/ui.h"
+#include "studio/written_files.h"
 
 namespace krv::studio {
 
@@ -11,19 +13,31 @@ class ExportDialog {
  public:
   bool open() const { return open_; }
   void Open(const Studio& studio);
-  // Closes it, and ends a render that is under way.
+  // Takes a question back, ends a render that is under way, or closes the dialogue.
   void Dismiss(Studio* studio);
+  // Asks whether the studio is to be closed while a render is under way.
+  void AskToClose();
 
   void Draw(const Ui& ui);
 
+  // Whether the user has decided that it is, once.
+  bool TakesLeave() { return std::exchange(leave_, false); }
+
  private:
+  // Looks at the files now and then only: a sequence has many.
+  Replaces Replaced(const Studio& studio, bool now);
   void DrawWishes(const Ui& ui);
   void DrawProgress(const Ui& ui);
   void DrawResult(const Ui& ui);
 
   bool open_ = false;
+  bool closing_ = false;
+  bool leave_ = false;
   std::string output_;
   bool transparent_ = false;
+  Replaces replaces_ = Replaces::kNothing;  // by the name below, at that time
+  std::string looked_for_;
+  double looked_ = 0;
 };
 
 }  // namespace krv::studio

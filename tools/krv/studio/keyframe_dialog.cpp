@@ -1,7 +1,5 @@
 #include "studio/keyframe_dialog.h"
 
-#include <imgui_stdlib.h>
-
 #include "platform/file_system.h"
 #include "studio/dialog.h"
 #include "studio/widgets.h"
@@ -15,8 +13,9 @@ std::filesystem::path KeyframeDialog::File() const {
   return file;
 }
 
-bool KeyframeDialog::Replaces(const Studio& studio) const {
-  return !file_.empty() && File() != studio.keyframe_file() && host::platform::IsFile(File());
+Replaces KeyframeDialog::Replaced(const Studio& studio) const {
+  const bool others = !file_.empty() && File() != studio.keyframe_file();
+  return others && host::platform::IsFile(File()) ? Replaces::kFile : Replaces::kNothing;
 }
 
 void KeyframeDialog::Open(const Studio& studio, bool closing) {
@@ -43,28 +42,15 @@ void KeyframeDialog::Save(Studio* studio) {
 
 void KeyframeDialog::Draw(const Ui& ui) {
   if (!open_) return;
-  const Palette& colours = ui.look.colours();
   BeginDialog(ui, "keyframes", closing_ ? "The keyframes are not saved" : "Save the keyframes");
-  Caption(ui, "File");
-  ImGui::SetNextItemWidth(-1);
-  const bool entered = ImGui::InputText("##file", &file_, ImGuiInputTextFlags_EnterReturnsTrue);
-  ui.marks.SetItem("keyframes/file");
-  const bool replaces = Replaces(ui.studio);
+  const bool entered = FileField(ui, "keyframes/file", &file_);
   if (ImGui::IsItemEdited()) problem_.clear();
-  if (!problem_.empty()) {
-    Wrapped(problem_, colours.error);
-  } else if (replaces) {
-    Wrapped("There is a file of this name.", colours.warning);
-  } else {
-    Caption(ui, "Every value that is not the default, for krv render --params");
-  }
+  const Replaces replaces = Replaced(ui.studio);
+  FileRemark(ui, problem_, replaces,
+             "Every value that is not the default, for krv render --params");
   ImGui::Dummy({0, ui.look.Px(10)});
-  const char* save = replaces ? "Replace it" : closing_ ? "Save and close" : "Save";
-  // Enter never writes over what is there.
-  if (TextButton(ui, "keyframes/save", save, ButtonKind::kPrimary, !file_.empty()) ||
-      (entered && !replaces)) {
-    Save(&ui.studio);
-  }
+  const char* save = closing_ ? "Save and close" : "Save";
+  if (WriteButton(ui, "keyframes/save", save, replaces, entered, !file_.empty())) Save(&ui.studio);
   ImGui::SameLine();
   if (closing_) {
     if (TextButton(ui, "keyframes/discard", "Close without saving", ButtonKind::kPlain))

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "studio/ui.h"
+#include "studio/written_files.h"
 
 namespace krv::studio {
 
@@ -23,8 +24,9 @@ class KeyframeDialog {
 
  private:
   std::filesystem::path File() const;
-  // Whether another file of this name would be lost.
-  bool Replaces(const Studio& studio) const;
+  // Of the files that are not the studio's own.
+  Replaces Replaced(const Studio& studio) const;
+
   bool open_ = false;
   bool closing_ = false;
   bool leave_ = false;

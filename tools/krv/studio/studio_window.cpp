@@ -98,8 +98,8 @@ void StudioWindow::Do(Command command) {
     case Command::kExport:
       return export_.Open(*studio_);
     case Command::kDismiss:
+      if (keyframes_.open()) return keyframes_.Dismiss();
       if (export_.open()) export_.Dismiss(studio_.get());
-      keyframes_.Dismiss();
       return;
     case Command::kQuit:
       return Close();
@@ -113,6 +113,14 @@ void StudioWindow::SaveKeyframes() {
 }
 
 void StudioWindow::Close() {
+  if (studio_->export_state().Running()) {
+    export_.AskToClose();
+  } else {
+    CloseWithoutExport();
+  }
+}
+
+void StudioWindow::CloseWithoutExport() {
   if (studio_->KeyframesUnsaved()) {
     keyframes_.Open(*studio_, true);
   } else {
@@ -272,8 +280,13 @@ void StudioWindow::Draw() {
   place("meters", {left + 1, screen.y - meters}, {side - 1, meters}, [&] { DrawMeters(ui); });
   ImGui::EndDisabled();
   ImGui::End();
-  export_.Draw(ui);
-  keyframes_.Draw(ui);
+  // One at a time; an export waits behind the question about the keyframes.
+  if (keyframes_.open()) {
+    keyframes_.Draw(ui);
+  } else {
+    export_.Draw(ui);
+  }
+  if (export_.TakesLeave()) CloseWithoutExport();
   closed_ = closed_ || keyframes_.TakesLeave();
   ImGui::PopFont();
   window_->EndFrame(colours.panel,

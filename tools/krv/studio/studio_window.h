@@ -48,6 +48,7 @@ class StudioWindow {
   void SaveKeyframes();
   // Asks first where something would be lost.
   void Close();
+  void CloseWithoutExport();
   void Draw();
   void DrawTopBar(const Ui& ui, float width);
   void DrawPicture(const Ui& ui, ImVec2 size);
