@@ -11,11 +11,18 @@ scripts/setup.sh
 scripts/build.sh linux krv krvAudioVisualPlugin krvAiFilterPlugin packages
 out=build/demo
 mkdir -p "$out"
-clip=${input:-$out/clip.mp4}
+clip=${input:-$out/demo.mp4}
 name=$(basename -- "${clip%.*}")
 movie=$out/$name-bars.mp4
 gallery=$out/$name-gallery
 sources=("$clip" build/linux/krv build/linux/krvAudioVisualPlugin.krv packages)
+
+# Inputs of one name in several folders share the names of what is made of them.
+source=$(realpath -m -- "$clip")
+if [ "$(cat "$out/$name.source" 2>/dev/null)" != "$source" ]; then
+  rm -f "$movie" "$gallery/index.html"
+  printf '%s\n' "$source" >"$out/$name.source"
+fi
 
 # Whether a file was made after everything that it is made of.
 is_up_to_date() { [ -f "$1" ] && [ -z "$(find "${sources[@]}" -newer "$1" -print -quit)" ]; }
@@ -24,6 +31,7 @@ if [ ! -f "$clip" ] || ! is_up_to_date "$movie"; then
   if [ -n "$input" ]; then
     build/linux/krv render "$input" --effect audio_visualization_bars -o "$movie"
   else
+    rm -f "$clip"
     build/linux/krv demo --clip "$clip" -o "$movie" >/dev/null
   fi
 fi
