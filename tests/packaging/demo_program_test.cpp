@@ -1,8 +1,10 @@
 // `krv demo`, as a new user runs it.
-#include "packaging/packaging_fixture.h"
+#include <chrono>
+#include <thread>
 
 #include "host/media_probe.h"
 #include "media/video_reader.h"
+#include "packaging/packaging_fixture.h"
 
 namespace krv::host {
 namespace {
@@ -31,10 +33,42 @@ TEST_F(DemoProgram, RendersAClipOfItsOwnAndNamesTheResult) {
   EXPECT_EQ(AudioBytes(Path("movie.mp4")), AudioBytes(Path("clip.mp4")));
 }
 
-TEST_F(DemoProgram, AWrongWishIsRefused) {
+TEST_F(DemoProgram, AWrongWishIsRefusedBeforeTheClipIsMade) {
   ExpectRefused("demo -o " + Argument("no/folder.mp4"), "there is no folder");
-  ExpectRefused("demo -o " + Argument("movie.mp4") + " --effect audio_visualization_barz",
+  ExpectRefused("demo -o " + Argument("movie.mp4") + " --clip " + Argument("clip.mp4") +
+                    " --effect audio_visualization_barz",
                 "audio_visualization_bars");
+  ExpectRefused("demo -o " + Argument("movie.mp4") + " --clip " + Argument("a/../movie.mp4"),
+                "is the output, too");
+  for (const char* file : {"clip.mp4", "movie.mp4"}) {
+    EXPECT_FALSE(std::filesystem::exists(Path(file))) << file;
+  }
+}
+
+TEST_F(DemoProgram, AClipTakesNoOtherFilesPlace) {
+  WriteFile(Path("mine.mp4"), "mine");
+  ExpectRefused("demo -o " + Argument("movie.mp4") + " --clip " + Argument("mine.mp4"),
+                "mine.mp4: exists already");
+  EXPECT_EQ(ReadFile(Path("mine.mp4")), "mine");
+}
+
+TEST_F(DemoProgram, AnInterruptLeavesNothing) {
+  std::filesystem::create_directory(Path("temporary"));
+  const std::string temporary = Utf8(Path("temporary"));
+  test::Process program(KRV_PROGRAM,
+                        "demo -o " + Argument("movie.mp4") + " --clip " + Argument("clip.mp4"),
+                        test::Interruptible::kYes, {{"TMPDIR", temporary}, {"TMP", temporary}});
+  for (int i = 0; i < 6000 && !std::filesystem::exists(Path(".clip.part.mp4")); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  program.Interrupt();
+  const test::ProgramOutcome outcome = program.Wait();
+  EXPECT_EQ(outcome.code, 130) << outcome.error_output;
+  EXPECT_THAT(outcome.error_output, EndsWith("krv: interrupted; nothing is written\n"));
+  EXPECT_TRUE(std::filesystem::is_empty(Path("temporary")));
+  for (const char* file : {"movie.mp4", "clip.mp4", ".clip.part.mp4"}) {
+    EXPECT_FALSE(std::filesystem::exists(Path(file))) << file;
+  }
 }
 
 }  // namespace

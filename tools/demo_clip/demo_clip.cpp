@@ -14,7 +14,8 @@ constexpr int kSampleRate = 48000;
 
 }  // namespace
 
-void WriteDemoClip(const std::filesystem::path& path, host::PictureSize size) {
+bool WriteDemoClip(const std::filesystem::path& path, host::PictureSize size,
+                   const std::function<bool()>& go_on) {
   host::MovieSettings settings;
   settings.output = host::ChooseOutputFormat(path, false);
   settings.video = {size.width, size.height, {30, 1}, 1, 1};
@@ -26,12 +27,14 @@ void WriteDemoClip(const std::filesystem::path& path, host::PictureSize size) {
   const int64_t frames = host::FramesForSamples(static_cast<int64_t>(music.size()) / 2,
                                                 settings.video.rate, kSampleRate);
   for (int64_t frame = 0; frame < frames; ++frame) {
+    if (!go_on()) return false;
     background.Draw(static_cast<double>(frame) / settings.video.rate.PerSecond(), &picture);
     const auto span = host::SamplesOfFrame(frame, settings.video.rate, kSampleRate);
     const auto first = music.begin() + 2 * span.first;
     writer.Write(picture, std::vector<int16_t>(first, first + 2 * span.count));
   }
   writer.Finish();
+  return true;
 }
 
 }  // namespace krv::demo

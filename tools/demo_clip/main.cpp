@@ -19,7 +19,8 @@ int main(int argc, char** argv) {
   }
   krv::host::SilenceAvLog();
   try {
-    krv::demo::WriteDemoClip(krv::host::PathFromUtf8(arguments.front()), {1280, 720});
+    krv::demo::WriteDemoClip(krv::host::PathFromUtf8(arguments.front()), {1280, 720},
+                             [] { return true; });
   } catch (const std::exception& error) {
     std::fprintf(stderr, "krv_demo_clip: %s\n", error.what());
     return 2;

@@ -5,8 +5,10 @@
 
 #include "demo_clip.h"
 #include "media/media_error.h"
+#include "platform/file_system.h"
 #include "platform/open_file.h"
 #include "render_command.h"
+#include "render_interrupt.h"
 #include "render_options.h"
 #include "temporary_folder.h"
 #include "utf8_path.h"
@@ -24,21 +26,52 @@ struct DemoOptions {
   bool open = false;
 };
 
+fs::path AbsolutePath(const std::string& path) {
+  return fs::absolute(host::PathFromUtf8(path)).lexically_normal();
+}
+
+// Throws MediaError when the clip would take the place of another file.
+void CheckClip(const DemoOptions& options) {
+  if (options.clip.empty()) return;
+  const fs::path clip = host::PathFromUtf8(options.clip);
+  if (host::platform::IsFile(clip) || host::platform::IsFolder(clip)) {
+    throw host::MediaError("--clip " + options.clip +
+                           ": exists already; give another name, or remove it");
+  }
+  if (AbsolutePath(options.clip) == AbsolutePath(options.render.output)) {
+    throw host::MediaError("--clip " + options.clip + ": is the output, too; give another name");
+  }
+}
+
+// Makes the clip, and renders the effect over it. Returns the exit code.
+int MakeMovie(const DemoOptions& options, const fs::path& scratch, const InterruptWatch& watch) {
+  // What is wrong is said before the work.
+  CheckClip(options);
+  const fs::path clip =
+      options.clip.empty() ? scratch / "clip.mp4" : host::PathFromUtf8(options.clip);
+  RenderArguments arguments = options.render;
+  arguments.inputs = {host::Utf8(clip)};
+  const RenderOptions understood = ParseRenderOptions(arguments);
+  std::string error;
+  const auto session = OpenSession(arguments, understood, &error);
+  if (session == nullptr) return UsageError(error);
+  Complain("making a clip of 12 s with music");
+  if (!demo::WriteDemoClip(clip, kClipSize, [&watch] { return !watch.interrupted(); })) {
+    Complain("interrupted; nothing is written");
+    return kExitInterrupted;
+  }
+  return Render(arguments, watch, session.get());
+}
+
 int Demo(const DemoOptions& options) {
   host::SilenceAvLog();
+  const InterruptWatch watch;  // first: from here on Ctrl-C ends the program in order
   std::string error;
   const auto scratch = host::TemporaryFolder::Create(&error);
   if (scratch == nullptr) return UsageError(error);
-  const fs::path clip =
-      options.clip.empty() ? scratch->path() / "clip.mp4" : host::PathFromUtf8(options.clip);
-  RenderArguments arguments = options.render;
-  arguments.inputs = {host::Utf8(clip)};
-  ParseRenderOptions(arguments);  // says what is wrong before the work
-  Complain("making a clip of 12 s with music");
-  demo::WriteDemoClip(clip, kClipSize);
-  const int code = Render(arguments);
+  const int code = MakeMovie(options, scratch->path(), watch);
   if (code != kExitOk) return code;
-  const fs::path movie = fs::absolute(host::PathFromUtf8(arguments.output)).lexically_normal();
+  const fs::path movie = AbsolutePath(options.render.output);
   std::printf("Open %s\n", host::Utf8(movie).c_str());
   std::fflush(stdout);
   if (!options.open || OpenFile(movie, &error)) return kExitOk;
@@ -59,7 +92,7 @@ void AddDemoCommand(CLI::App& app, Action* action) {
   command->add_option("--effect", options->render.effect,
                       "The effect's unique name (default: audio_visualization_bars)");
   command->add_option("--clip", options->clip,
-                      "Keeps the clip without an effect as this .mp4 file");
+                      "Keeps the clip without an effect as this new .mp4 file");
   command->add_flag("--open", options->open, "Opens the result when it is done");
   options->render.files.AddPlugin(*command);
   options->render.files.AddPackages(*command);

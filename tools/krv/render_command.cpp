@@ -32,25 +32,6 @@ constexpr char kFooter[] =
     "  {\"glow_intensity\": [{\"time\": 0, \"value\": 0.1}, {\"time\": 2.5, \"value\": 0.8}]}\n"
     "Where --param gives a value, too, that one counts.";
 
-// Null, with the reason in *error, when the effect or a parameter is not as the user says.
-std::unique_ptr<host::EffectSession> OpenSession(const RenderArguments& arguments,
-                                                 const RenderOptions& options, std::string* error) {
-  const auto files = host::FindFiles(arguments.files.wishes(), error);
-  if (!files) return nullptr;
-  host::SessionOptions wishes;
-  wishes.plugin = files->plugin;
-  wishes.packages = files->packages;
-  wishes.unique_name = arguments.effect;
-  wishes.device = options.device;
-  wishes.without_blend = options.transparent;
-  auto session = host::EffectSession::Create(wishes, error);
-  if (session == nullptr) return nullptr;
-  for (const std::string& assignment : arguments.parameters) {
-    if (!session->parameters().Assign(session->effect(), assignment, error)) return nullptr;
-  }
-  return session;
-}
-
 // The keyframes of --params, none without it. Complains and returns nothing when they do not fit.
 std::optional<ParameterTracks> LoadKeyframes(const RenderOptions& options, const RenderInput& input,
                                              const host::EffectListing& effect) {
@@ -62,8 +43,8 @@ std::optional<ParameterTracks> LoadKeyframes(const RenderOptions& options, const
 }
 
 // What goes wrong from the first frame on is no longer the user's doing.
-int RenderInto(const RenderOptions& options, RenderInput* input, host::EffectSession* session) {
-  const InterruptWatch watch;
+int RenderInto(const RenderOptions& options, const InterruptWatch& watch, RenderInput* input,
+               host::EffectSession* session) {
   const auto sink = MakeOutput(options, *input);
   RenderLoop loop(input, session, sink.get());
   RenderResult result;
@@ -113,24 +94,56 @@ void AddOutputOptions(CLI::App& command, RenderArguments* arguments) {
       "Writes frames, times per stage (they overlap) and the renderer to a JSON file");
 }
 
-}  // namespace
+// Returns the exit code.
+int RenderOver(const RenderArguments& arguments, const RenderOptions& options,
+               const InterruptWatch& watch, RenderInput* input, host::EffectSession* session) {
+  if (!options.mask.empty() && !session->WantsPersonMask()) {
+    return UsageError("--mask: effect \"" + arguments.effect + "\" follows nobody");
+  }
+  const auto tracks = LoadKeyframes(options, *input, session->effect());
+  if (!tracks) return kExitUsage;
+  const LayeredValues values(&session->parameters(), &*tracks);
+  session->SetParameterSource(&values);
+  const int code = RenderInto(options, watch, input, session);
+  session->SetParameterSource(nullptr);
+  return code;
+}
 
-int Render(const RenderArguments& arguments) {
+int RenderCommand(const RenderArguments& arguments) {
   const RenderOptions options = ParseRenderOptions(arguments);
   RenderInput input(options);
   std::string error;
   const auto session = OpenSession(arguments, options, &error);
   if (session == nullptr) return UsageError(error);
-  if (!options.mask.empty() && !session->WantsPersonMask()) {
-    return UsageError("--mask: effect \"" + arguments.effect + "\" follows nobody");
+  const InterruptWatch watch;
+  return RenderOver(arguments, options, watch, &input, session.get());
+}
+
+}  // namespace
+
+std::unique_ptr<host::EffectSession> OpenSession(const RenderArguments& arguments,
+                                                 const RenderOptions& options, std::string* error) {
+  const auto files = host::FindFiles(arguments.files.wishes(), error);
+  if (!files) return nullptr;
+  host::SessionOptions wishes;
+  wishes.plugin = files->plugin;
+  wishes.packages = files->packages;
+  wishes.unique_name = arguments.effect;
+  wishes.device = options.device;
+  wishes.without_blend = options.transparent;
+  auto session = host::EffectSession::Create(wishes, error);
+  if (session == nullptr) return nullptr;
+  for (const std::string& assignment : arguments.parameters) {
+    if (!session->parameters().Assign(session->effect(), assignment, error)) return nullptr;
   }
-  const auto tracks = LoadKeyframes(options, input, session->effect());
-  if (!tracks) return kExitUsage;
-  const LayeredValues values(&session->parameters(), &*tracks);
-  session->SetParameterSource(&values);
-  const int code = RenderInto(options, &input, session.get());
-  session->SetParameterSource(nullptr);
-  return code;
+  return session;
+}
+
+int Render(const RenderArguments& arguments, const InterruptWatch& watch,
+           host::EffectSession* session) {
+  const RenderOptions options = ParseRenderOptions(arguments);
+  RenderInput input(options);
+  return RenderOver(arguments, options, watch, &input, session);
 }
 
 void AddRenderCommand(CLI::App& app, Action* action) {
@@ -154,7 +167,7 @@ void AddRenderCommand(CLI::App& app, Action* action) {
   command->callback([arguments, action] {
     *action = [arguments] {
       host::SilenceAvLog();
-      return Render(*arguments);
+      return RenderCommand(*arguments);
     };
   });
 }

@@ -119,7 +119,7 @@ GalleryClip MakeDemoGalleryClip() {
   const auto folder = host::TemporaryFolder::Create(&error);
   if (folder == nullptr) throw MediaError(error);
   const fs::path file = folder->path() / "demo.mp4";
-  demo::WriteDemoClip(file, kLargest);
+  demo::WriteDemoClip(file, kLargest, [] { return true; });
   return LoadGalleryClip({file});
 }
 
