@@ -99,6 +99,15 @@ TEST_F(GalleryProgram, WithoutOneWholePackageTheOlderGalleryStays) {
   EXPECT_EQ(Page(), "old");
 }
 
+TEST_F(GalleryProgram, WithoutOneWholePackageAnOlderEmptyFolderStaysAndANewOneDoesNot) {
+  WritePackage("packages/a", "fx.a", kBroken);
+  EXPECT_EQ(Gallery().code, 1);
+  EXPECT_FALSE(platform::IsFolder(Path("out")));
+  std::filesystem::create_directory(Path("out"));
+  EXPECT_EQ(Gallery().code, 1);
+  EXPECT_TRUE(platform::IsFolder(Path("out")));
+}
+
 TEST_F(GalleryProgram, ASecondRunTakesTheFirstOnesPlace) {
   WritePackage("packages/a", "fx.a", kWhite);
   WriteFile(Path("out/index.html"), "old");
@@ -128,6 +137,20 @@ TEST_F(GalleryProgram, AnInterruptLeavesTheOlderGallery) {
   EXPECT_EQ(outcome.code, 130) << outcome.error_output;
   EXPECT_EQ(outcome.error_output, "krv: interrupted; no gallery is written\n");
   EXPECT_EQ(Page(), "old");
+}
+
+TEST_F(GalleryProgram, AnInterruptLeavesNoFolderOfItsOwn) {
+  WritePackage("packages/a", "fx.a", kWhite);
+  test::Process program(
+      KRV_PROGRAM,
+      "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" + Utf8(Path("out")) + "\"",
+      test::Interruptible::kYes);
+  for (int i = 0; i < 6000 && !platform::IsFolder(Path("out")); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  program.Interrupt();
+  EXPECT_EQ(program.Wait().code, 130);
+  EXPECT_FALSE(platform::IsFolder(Path("out")));
 }
 
 TEST_F(GalleryProgram, BadUsageIsOneLineAndCode2) {

@@ -1,8 +1,10 @@
 // The built program krv, run as a user runs it.
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <opencv2/core/version.hpp>
+#include <thread>
 
 extern "C" {
 #include <libavutil/avutil.h>
@@ -294,6 +296,27 @@ TEST_F(KrvProgram, CheckOfWarningsAloneIsCode0) {
   const Outcome outcome = Check("p");
   EXPECT_EQ(outcome.code, 0);
   EXPECT_THAT(outcome.output, HasSubstr("warning: /quality"));
+}
+
+// A package that is broken is tried in copies.
+TEST_F(KrvProgram, AnInterruptOfACheckLeavesNoCopies) {
+  for (int i = 0; i < 30; ++i) {
+    const std::string name = "p" + std::to_string(i);
+    WritePackage("packages/" + name, "fx." + name, kBrokenInLine3);
+  }
+  const auto temporary = Path("temporary");
+  std::filesystem::create_directory(temporary);
+  test::Process program(KRV_PROGRAM, "check " + Quoted("packages"), test::Interruptible::kYes,
+                        {{"TMPDIR", Utf8(temporary)}, {"TMP", Utf8(temporary)}});
+  for (int i = 0; i < 60000 && std::filesystem::is_empty(temporary); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  program.Interrupt();
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.code, 130) << outcome.error_output;
+  EXPECT_THAT(outcome.error_output,
+              MatchesPattern("krv: interrupted after [0-9]+ of 30 packages\n"));
+  EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 TEST_F(KrvProgram, CheckAsJsonHoldsTheFindings) {

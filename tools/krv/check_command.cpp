@@ -7,6 +7,7 @@
 #include "check/package_check.h"
 #include "package_arguments.h"
 #include "plugin_host.h"
+#include "render_interrupt.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
@@ -53,6 +54,7 @@ void PrintText(const PackageResult& result) {
 }
 
 int Check(const CheckOptions& options) {
+  const InterruptWatch watch;  // the copies that are tried are removed
   std::string error;
   const auto plugin_file = host::FindPlugin(options.files.wishes().plugin, &error);
   if (!plugin_file) return UsageError(error);
@@ -67,6 +69,11 @@ int Check(const CheckOptions& options) {
   std::vector<PackageResult> results;
   bool found = false;
   for (const std::filesystem::path& folder : *folders) {
+    if (watch.interrupted()) {
+      Complain("interrupted after " + std::to_string(results.size()) + " of " +
+               std::to_string(folders->size()) + " packages");
+      return kExitInterrupted;
+    }
     results.push_back({folder, checker.Check(folder)});
     found = found || HasErrors(results.back().findings);
     if (!options.json) PrintText(results.back());

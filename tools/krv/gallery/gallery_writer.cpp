@@ -28,9 +28,15 @@ const std::string& SheetName(const host::EffectListing& effect) {
 
 GalleryWriter::GalleryWriter(std::filesystem::path folder) : folder_(std::move(folder)) {
   std::error_code error;
-  host::platform::CreateFolder(folder_, error);
+  is_new_ = host::platform::CreateFolder(folder_, error);
   if (error) throw MediaError(host::Utf8(folder_) + ": " + error.message());
   if (!host::platform::IsFolder(folder_)) throw MediaError(host::Utf8(folder_) + ": is no folder");
+}
+
+GalleryWriter::~GalleryWriter() {
+  const auto entries = host::platform::ListFolder(folder_);
+  std::error_code ignored;
+  if (is_new_ && entries && entries->empty()) host::platform::Remove(folder_, ignored);
 }
 
 void GalleryWriter::Add(const host::EffectListing& effect, host::Picture still, std::string film) {

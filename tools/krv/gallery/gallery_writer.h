@@ -18,6 +18,10 @@ class GalleryWriter {
  public:
   // Makes the folder if there is none; the one that it lies in must exist. Throws MediaError.
   explicit GalleryWriter(std::filesystem::path folder);
+  // Removes the folder again if it is new and nothing was written into it.
+  ~GalleryWriter();
+  GalleryWriter(const GalleryWriter&) = delete;
+  GalleryWriter& operator=(const GalleryWriter&) = delete;
 
   // Throws MediaError.
   void Add(const host::EffectListing& effect, host::Picture still, std::string film);
@@ -33,6 +37,7 @@ class GalleryWriter {
   void WriteSheet() const;
 
   std::filesystem::path folder_;
+  bool is_new_ = false;  // the folder
   std::vector<GalleryCard> cards_;
   std::vector<SheetEntry> sheet_;
 };
