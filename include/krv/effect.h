@@ -24,10 +24,13 @@ struct PassRecord;
 //
 // GL state: calls leave program 0, framebuffer 0, no array, pixel-pack or pixel-unpack buffer, and
 // texture unit 0 active. The textures bound to GL_TEXTURE_2D of the units that a draw used, at most
-// 8, are left unbound. All other state is as it was before the call, and of the host's state depth
-// test and mask, blending, scissor, stencil and alpha test, face culling, polygon mode, logic
-// operation, discarding, conversion to sRGB, colour mask, clear colour, viewport, vertex array,
-// samplers and pixel-store values do not reach a draw.
+// 8, are left unbound. Viewports beyond the first may have the first one's rectangle, scissor box
+// and scissor test. All other state is as it was before the call.
+// Of the host's state depth test and mask, blending, scissor, stencil and alpha test, face culling,
+// polygon mode, logic operation, discarding, conversion to sRGB, colour mask, clear colour,
+// viewport, vertex array, samplers and pixel-store values do not reach a draw. These do, and have
+// to be off: clip planes and distances, polygon stipple and smoothing, a fragment colour clamp,
+// transform feedback, conditional rendering.
 class KRVEffect {
  public:
   // Slot 0. Destroys the object and, when bit 0 of `flags` is set, frees it. Returns the object's

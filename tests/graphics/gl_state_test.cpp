@@ -111,6 +111,27 @@ TEST_F(GlStateTest, ADrawTurnsNothingOnThatTheHostHadOff) {
   EXPECT_EQ(Integer(GL_DEPTH_WRITEMASK), GL_FALSE);
 }
 
+TEST_F(GlStateTest, ADrawLeavesOtherDrawBuffersTheirBlendingAndColourMask) {
+  const auto expect_kept = [this](GLuint on, GLuint off) {
+    glEnablei(GL_BLEND, on);
+    glDisablei(GL_BLEND, off);
+    glColorMaski(on, GL_FALSE, GL_TRUE, GL_FALSE, GL_TRUE);
+    glColorMaski(off, GL_TRUE, GL_FALSE, GL_TRUE, GL_TRUE);
+    EXPECT_EQ(DrawInto(*target_, *draw_), 0);
+    EXPECT_THAT(ReadRgba(*target_, 8, 8), Each(kColour));
+    EXPECT_TRUE(glIsEnabledi(GL_BLEND, on)) << on;
+    EXPECT_FALSE(glIsEnabledi(GL_BLEND, off)) << off;
+    GLboolean mask[4] = {};
+    glGetBooleani_v(GL_COLOR_WRITEMASK, on, mask);
+    EXPECT_THAT(mask, ElementsAre(GL_FALSE, GL_TRUE, GL_FALSE, GL_TRUE)) << on;
+    glGetBooleani_v(GL_COLOR_WRITEMASK, off, mask);
+    EXPECT_THAT(mask, ElementsAre(GL_TRUE, GL_FALSE, GL_TRUE, GL_TRUE)) << off;
+  };
+  glBlendFunc(GL_ZERO, GL_ONE);
+  expect_kept(1, 0);
+  expect_kept(0, 1);
+}
+
 TEST_F(GlStateTest, ADrawLeavesNoProgramFramebufferOrArrayBufferAndUnitZeroActive) {
   const auto hosts = MakeDraw("", "gl_FragColor = vec4(0.0);");
   glUseProgram(hosts->program->shader()->name());

@@ -10,11 +10,21 @@ constexpr std::array<GLenum, 6> kPackNames = {GL_PACK_ALIGNMENT,   GL_PACK_ROW_L
                                               GL_PACK_SKIP_PIXELS, GL_PACK_SKIP_ROWS,
                                               GL_PACK_SWAP_BYTES,  GL_PACK_LSB_FIRST};
 
+// Blending and colour mask are those of draw buffer 0, our only one: the host may have set its
+// others apart, where the driver lets it.
 void Enable(GLenum capability, bool enabled) {
-  if (enabled) {
-    glEnable(capability);
+  if (capability == GL_BLEND && GLAD_GL_VERSION_3_0) {
+    (enabled ? glEnablei : glDisablei)(capability, 0);
   } else {
-    glDisable(capability);
+    (enabled ? glEnable : glDisable)(capability);
+  }
+}
+
+void SetColorMask(const std::array<GLboolean, 4>& mask) {
+  if (GLAD_GL_VERSION_3_0) {
+    glColorMaski(0, mask[0], mask[1], mask[2], mask[3]);
+  } else {
+    glColorMask(mask[0], mask[1], mask[2], mask[3]);
   }
 }
 
@@ -31,7 +41,7 @@ ScopedDrawState::ScopedDrawState()
     : capability_count_(kCapabilities.size() - (IsCompatibilityContext() ? 0 : 1)) {
   for (size_t i = 0; i < capability_count_; ++i) {
     enabled_[i] = glIsEnabled(kCapabilities[i]);
-    if (enabled_[i]) glDisable(kCapabilities[i]);
+    if (enabled_[i]) Enable(kCapabilities[i], false);
   }
   glGetIntegerv(GL_POLYGON_MODE, polygon_mode_.data());
   if (polygon_mode_[0] != GL_FILL) glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
@@ -40,7 +50,7 @@ ScopedDrawState::ScopedDrawState()
   glGetFloatv(GL_COLOR_CLEAR_VALUE, clear_color_.data());
   glGetIntegerv(GL_VIEWPORT, viewport_.data());
   glDepthMask(GL_FALSE);
-  glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+  SetColorMask({GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE});
   if (glad_glBindVertexArray != nullptr) {
     glGetIntegerv(GL_VERTEX_ARRAY_BINDING, &host_vertex_array_);
     glGenVertexArrays(1, &vertex_array_);
@@ -54,7 +64,7 @@ ScopedDrawState::~ScopedDrawState() {
     glPolygonMode(GL_FRONT_AND_BACK, static_cast<GLenum>(polygon_mode_[0]));
   }
   glDepthMask(depth_mask_);
-  glColorMask(color_mask_[0], color_mask_[1], color_mask_[2], color_mask_[3]);
+  SetColorMask(color_mask_);
   glClearColor(clear_color_[0], clear_color_[1], clear_color_[2], clear_color_[3]);
   glViewport(viewport_[0], viewport_[1], viewport_[2], viewport_[3]);
   if (vertex_array_ != 0) {

@@ -11,7 +11,9 @@ namespace krv::GL {
 
 // For one draw: depth test and mask, blending, scissor, culling, stencil, logic operation,
 // discarding, conversion to sRGB and alpha test off, polygons filled, every colour channel written,
-// a vertex array object of its own. Puts these, clear colour and viewport back on destruction.
+// a vertex array object of its own. Puts these, clear colour and viewport back on destruction. Of
+// what there is one of for each draw buffer, that of buffer 0 alone is changed; the scissor test
+// and the viewport are set for all viewports there are.
 class ScopedDrawState {
  public:
   ScopedDrawState();
