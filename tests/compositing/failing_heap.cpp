@@ -37,6 +37,9 @@ bool FailingHeap::has_struck() const { return struck; }
 
 void* operator new(size_t bytes) { return krv::test::Allocate(bytes); }
 void* operator new[](size_t bytes) { return krv::test::Allocate(bytes); }
+// These and the ones above end at the same operator delete.
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept { return std::malloc(bytes); }
+void* operator new[](size_t bytes, const std::nothrow_t&) noexcept { return std::malloc(bytes); }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, size_t) noexcept { std::free(block); }
 void operator delete[](void* block) noexcept { std::free(block); }

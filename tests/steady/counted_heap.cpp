@@ -24,9 +24,13 @@ bool IsOwnCode([[maybe_unused]] const void* caller) {
 #endif
 }
 
-void* Allocate(size_t bytes, const void* caller) {
+void* TryToAllocate(size_t bytes, const void* caller) {
   if (counting && IsOwnCode(caller)) ++counted;
-  void* block = std::malloc(bytes == 0 ? 1 : bytes);
+  return std::malloc(bytes == 0 ? 1 : bytes);
+}
+
+void* Allocate(size_t bytes, const void* caller) {
+  void* block = TryToAllocate(bytes, caller);
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
@@ -47,6 +51,13 @@ size_t CountedHeap::allocations() const { return counted; }
 void* operator new(size_t bytes) { return krv::test::Allocate(bytes, __builtin_return_address(0)); }
 void* operator new[](size_t bytes) {
   return krv::test::Allocate(bytes, __builtin_return_address(0));
+}
+// These and the ones above end at the same operator delete.
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
+  return krv::test::TryToAllocate(bytes, __builtin_return_address(0));
+}
+void* operator new[](size_t bytes, const std::nothrow_t&) noexcept {
+  return krv::test::TryToAllocate(bytes, __builtin_return_address(0));
 }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, size_t) noexcept { std::free(block); }
