@@ -168,7 +168,7 @@ class Reader {
 
   std::optional<HostValue> ReadValue(const Json& value, const Pointer& place) {
     if (parameter_->kind == kKindText && value.is_array()) return ReadStops(value, place);
-    const auto read = ValueOfKind(value);
+    auto read = ValueOfKind(value);
     if (!read) {
       Refuse(place, parameter_->kind == kKindColor ? NoColour(value)
                                                    : host::WrongKind(*parameter_, Shown(value)));
