@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
 #include <thread>
 
 #include "host/host_test_files.h"
@@ -39,6 +40,18 @@ class GalleryProgram : public FilesTest {
     return test::RunProgram(KRV_PROGRAM, "gallery \"" + Utf8(clip) + "\" --packages \"" +
                                              Utf8(Path("packages")) + "\" -o \"" +
                                              Utf8(Path("out")) + "\" " + further);
+  }
+
+  // Starts `krv gallery` without a clip, to be interrupted, and waits until it has made its folder.
+  std::unique_ptr<test::Process> StartAndAwaitFolder() {
+    auto program = std::make_unique<test::Process>(
+        KRV_PROGRAM,
+        "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" + Utf8(Path("out")) + "\"",
+        test::Interruptible::kYes);
+    for (int i = 0; i < 6000 && !platform::IsFolder(Path("out")); ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return program;
   }
 
   std::string Page() const { return ReadFile(Path("out/index.html")); }
@@ -124,16 +137,10 @@ TEST_F(GalleryProgram, AnInterruptLeavesTheOlderGallery) {
   for (const char* name : {"a", "b", "c", "d", "e", "f"}) {
     WritePackage(std::string("packages/") + name, std::string("fx.") + name, kWhite);
   }
-  test::Process program(
-      KRV_PROGRAM,
-      "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" + Utf8(Path("out")) + "\"",
-      test::Interruptible::kYes);
-  for (int i = 0; i < 6000 && !platform::IsFolder(Path("out")); ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  const auto program = StartAndAwaitFolder();
   WriteFile(Path("out/index.html"), "old");
-  program.Interrupt();
-  const test::ProgramOutcome outcome = program.Wait();
+  program->Interrupt();
+  const test::ProgramOutcome outcome = program->Wait();
   EXPECT_EQ(outcome.code, 130) << outcome.error_output;
   EXPECT_EQ(outcome.error_output, "krv: interrupted; no gallery is written\n");
   EXPECT_EQ(Page(), "old");
@@ -141,15 +148,9 @@ TEST_F(GalleryProgram, AnInterruptLeavesTheOlderGallery) {
 
 TEST_F(GalleryProgram, AnInterruptLeavesNoFolderOfItsOwn) {
   WritePackage("packages/a", "fx.a", kWhite);
-  test::Process program(
-      KRV_PROGRAM,
-      "gallery --packages \"" + Utf8(Path("packages")) + "\" -o \"" + Utf8(Path("out")) + "\"",
-      test::Interruptible::kYes);
-  for (int i = 0; i < 6000 && !platform::IsFolder(Path("out")); ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  program.Interrupt();
-  EXPECT_EQ(program.Wait().code, 130);
+  const auto program = StartAndAwaitFolder();
+  program->Interrupt();
+  EXPECT_EQ(program->Wait().code, 130);
   EXPECT_FALSE(platform::IsFolder(Path("out")));
 }
 
