@@ -24,13 +24,18 @@ launcher=$WINEPREFIX/launch.exe
 if [ ! "$launcher" -nt "$here/launch.c" ]; then
   x86_64-w64-mingw32-gcc-posix -O1 -static -o "$launcher" "$here/launch.c"
 fi
+preloaded=$WINEPREFIX/late_interrupt.so
+if [ ! "$preloaded" -nt "$here/late_interrupt.c" ]; then
+  gcc -O1 -Wall -Werror -fPIC -shared -o "$preloaded.new" "$here/late_interrupt.c"
+  mv "$preloaded.new" "$preloaded"  # at once: a program may be starting with the old one
+fi
 exec 9>&-
 
 # Into files: Wine's helper processes outlive the program and would keep a pipe open.
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
 code=0
-"$wine" "$launcher" "$@" >"$out/stdout" 2>"$out/stderr" || code=$?
+LD_PRELOAD=$preloaded "$wine" "$launcher" "$@" >"$out/stdout" 2>"$out/stderr" || code=$?
 cat "$out/stdout"
 cat "$out/stderr" >&2
 exit "$code"
