@@ -238,6 +238,22 @@ TEST_F(CompositorTest, AgreeOnParametersNamedAsWhatTheBlendReads) {
   }
 }
 
+// Declared or not: the host may set any uniform.
+TEST_F(CompositorTest, AgreeOnWhatTheHostSetsOfTheBlendBetweenFrames) {
+  Package package = ShippedPackage("bars");
+  package.description["quality"] = "low";
+  const Instance on_cpu = host_.Make(package);
+  const Instance on_gpu = host_.Make(LeftToTheGpu(package));
+  const FrameShape shape = {640, 400, kPixel8, 0};
+  EXPECT_LE(Difference(*on_cpu, *on_gpu, shape), 1.001 * kStep);
+  for (const auto& [name, value] :
+       {std::pair{"blend", 0}, std::pair{"blend", 1}, std::pair{"effect_tex", 0}}) {
+    const ParameterValue integer = Int(value);
+    for (const auto& effect : {on_cpu.get(), on_gpu.get()}) effect->SetUniform(name, &integer);
+    EXPECT_LE(Difference(*on_cpu, *on_gpu, shape), 1.001 * kStep) << name << " " << value;
+  }
+}
+
 // Between two texels of the effect its edge takes as many pixels as the frame has for them.
 TEST_F(CompositorTest, MakeTheEdgeOfAFigureNoSofterThanTheEffectSizeDoes) {
   const FrameShape shape = {3840, 2160, kPixel8, 0};

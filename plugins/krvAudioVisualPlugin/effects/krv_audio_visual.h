@@ -89,6 +89,7 @@ class KRVAudioVisual : public KRVEffect {
   int32_t RenderStraight(EffectContext& context);
   int32_t RenderAndLayOver(EffectContext& context);
   const EffectTraits& Traits();
+  bool BlendsByDefault();
   Compositor& ChooseCompositor();
   bool PrepareEffectTexture(EffectSize size);
   bool PrepareIntermediates(const PXImage& target);
@@ -110,6 +111,7 @@ class KRVAudioVisual : public KRVEffect {
 
   std::optional<EffectTraits> traits_;
   // Of the frame being processed.
+  bool blends_by_default_ = false;
   std::shared_ptr<EffectImage> input_frame_;
   std::shared_ptr<EffectImage> output_frame_;
   ImageList gathered_;

@@ -38,6 +38,14 @@ const EffectTraits& KRVAudioVisual::Traits() {
   return *traits_;
 }
 
+// A value that was set reaches the blend program too, in place of what the frame sets there. The
+// other uniforms of the default one are out of its reach: `background_tex` is set anew for every
+// frame, and `iResolution` takes no single number.
+bool KRVAudioVisual::BlendsByDefault() {
+  return Traits().has_default_blend && !HoldsUniform(blend_, "blend") &&
+         !HoldsUniform(blend_, "effect_tex");
+}
+
 int32_t KRVAudioVisual::Process(EffectContext& context) {
   output_frame_ = EffectImage::Wrap(context.GetOutputFrame());
   if (output_frame_ == nullptr || !output_frame_->HasBuffer()) {
@@ -58,6 +66,7 @@ int32_t KRVAudioVisual::Process(EffectContext& context) {
     LogToHost(kLogError, "Input size error");
     return kFailed;
   }
+  blends_by_default_ = BlendsByDefault();
   const int32_t code = Traits().original ? RenderStraight(context) : RenderAndLayOver(context);
   times_.Log();
   return code;
@@ -89,7 +98,7 @@ int32_t KRVAudioVisual::RenderAndLayOver(EffectContext& context) {
 
 // By rule, so that the same frames are always made in the same way.
 Compositor& KRVAudioVisual::ChooseCompositor() {
-  const bool in_memory = Traits().has_default_blend && input_frame_ != nullptr &&
+  const bool in_memory = blends_by_default_ && input_frame_ != nullptr &&
                          output_frame_ != nullptr &&
                          MemoryCompositor::Suits(*input_frame_, *output_frame_);
   if (!in_memory) return gl_compositor_;
@@ -181,8 +190,7 @@ int32_t KRVAudioVisual::DrawPass(PassRecord& pass, const ImageList& inputs, PXIm
   draw.images = inputs.images;
   draw.program = pass.program;
   if (pass.folded != nullptr) {
-    const bool unseen =
-        &target == effect_texture_.get() && Traits().has_default_blend && Traits().blends;
+    const bool unseen = &target == effect_texture_.get() && blends_by_default_ && Traits().blends;
     pass.folded->Fold(draw, {previous_spectrum_, gradient_, unseen});
   }
   seen_rows_ = SeenRows(draw, SizeOf(target).height);

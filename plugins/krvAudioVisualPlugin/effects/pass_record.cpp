@@ -51,6 +51,11 @@ void StoreUniform(PassRecord& record, std::string_view name, const ParameterValu
   }
 }
 
+bool HoldsUniform(PassRecord& record, std::string_view name) {
+  const std::lock_guard lock(record.mutex);
+  return record.uniforms.contains(name);
+}
+
 bool ReadsUnit(PassRecord& record, int32_t unit) {
   const std::lock_guard lock(record.mutex);
   const bool has_unread_gradient = HasUnreadGradient(record);

@@ -36,6 +36,9 @@ struct PassRecord {
 // Inserts or overwrites a uniform of the record. Texts are not kept: no uniform can hold one.
 void StoreUniform(PassRecord& record, std::string_view name, const ParameterValue& value);
 
+// Whether a uniform of that name has been stored.
+bool HoldsUniform(PassRecord& record, std::string_view name);
+
 // Whether the program reads the texture of this unit: a sampler that is not set reads unit 0, but
 // for the gradient of a built-in shader that has no stops.
 bool ReadsUnit(PassRecord& record, int32_t unit);
