@@ -30,6 +30,7 @@ host::EffectListing Effect() {
       {.name = "mirror", .label = "mirror", .kind = kKindBool, .maximum = 1},
       {.name = "color", .label = "color", .kind = kKindColor, .maximum = 0xFFFFFF},
       {.name = "gradient", .label = "gradient", .kind = kKindText},
+      {.name = "gradient_color", .label = "", .kind = kKindText, .default_text = "plain"},
   };
   return effect;
 }
@@ -162,6 +163,23 @@ TEST_F(KeyframeFile, ValuesOfAnotherKindAreRefused) {
 TEST_F(KeyframeFile, StopsFitGradientsAlone) {
   EXPECT_THAT(ErrorOf(R"({"gain": [{"color": 1, "position": 0}, {"color": 1, "position": 9}]})"),
               HasSubstr("wants a number, not [{"));
+}
+
+TEST_F(KeyframeFile, TextsThatAreNoGradientsAreRefusedWhereOneBelongs) {
+  EXPECT_EQ(ErrorOf("{\n\"gradient_color\": \"hello\"}"),
+            "2: error: /gradient_color: give a gradient as a list of stops, or as a text like "
+            "\"2,16711680,0;255,100\", not \"hello\"");
+  EXPECT_EQ(ErrorOf("{\"gradient_color\": [\n{\"time\": 0, \"value\": \"2,255,0;0,100\"},\n"
+                    "{\"time\": 1,\n\"value\": \"two,1,0\"}]}"),
+            "4: error: /gradient_color/1/value: give a gradient as a list of stops, or as a text "
+            "like \"2,16711680,0;255,100\", not \"two,1,0\"");
+}
+
+TEST_F(KeyframeFile, WhateverThePlugInMakesAGradientOfIsRead) {
+  for (const std::string text : {"2,255,0;0,100", "1,255,0", " 3, 255, 90%;0, 10;", "", "plain"}) {
+    const auto tracks = ReadWell("{\"gradient_color\": \"" + text + "\"}");
+    EXPECT_EQ(tracks.ValueAt("gradient_color", 0), HostValue(text));
+  }
 }
 
 TEST_F(KeyframeFile, DamagedKeysAreRefused) {

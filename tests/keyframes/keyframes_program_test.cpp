@@ -109,6 +109,16 @@ TEST_F(KeyframesProgram, AFileWithErrorsIsRefusedBeforeAnythingIsWritten) {
   EXPECT_FALSE(std::filesystem::exists(media_.folder() / "out.mkv"));
 }
 
+TEST_F(KeyframesProgram, ATextThatIsNoGradientIsRefusedWithItsLine) {
+  const test::ProgramOutcome outcome = Render(
+      "@clip.mkv -o @out.mkv" +
+      Keyframes("{\n\"gradient_color\": [{\"time\": 0, \"value\": \"two,1,0\"}]\n}") + kBars);
+  EXPECT_EQ(outcome.code, 2);
+  EXPECT_THAT(outcome.error_output,
+              HasSubstr("params.json:2: error: /gradient_color/0/value: give a gradient as"));
+  EXPECT_FALSE(std::filesystem::exists(media_.folder() / "out.mkv"));
+}
+
 TEST_F(KeyframesProgram, TheFileIsNotWrittenOver) {
   const std::string keys = Keyframes("{}");
   const test::ProgramOutcome outcome = Render("@clip.mkv -o @params.json" + keys + figure_);

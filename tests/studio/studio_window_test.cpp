@@ -109,6 +109,20 @@ TEST_F(StudioInItsWindow, StopsOfAGradientAreAddedMovedRecolouredAndRemoved) {
   EXPECT_EQ(gradient().stops().size(), before - 1);
 }
 
+TEST_F(StudioInItsWindow, OfAGradientTypedAsATextOnlyOneIsTaken) {
+  WritePackage("bars", "fx.own", "#version 120\nvoid main() { gl_FragColor = vec4(1.0); }\n",
+               R"("original": true, "params": [
+                  {"name": "gradient_color", "type": 8, "default_value": "1,255,0"}])");
+  Open(MakeDemoClip(), false);
+  const auto& parameter = *studio().sheet().effect().Find("gradient_color");
+  hand_->Fill("param/gradient_color", "hello");
+  hand_->Key(SDLK_RETURN);
+  EXPECT_EQ(studio().Value(parameter), host::HostValue(std::string("1,255,0")));
+  hand_->Fill("param/gradient_color", "1,65280,50");
+  hand_->Key(SDLK_RETURN);
+  EXPECT_EQ(studio().Value(parameter), host::HostValue(std::string("1,65280,50")));
+}
+
 TEST_F(StudioInItsWindow, TheTimelineAndTheArrowsScrub) {
   Open(MakeDemoClip(), false);
   hand_->Click(hand_->At("timeline", 0.25));

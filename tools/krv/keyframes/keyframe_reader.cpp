@@ -10,6 +10,7 @@
 
 #include "check/description_document.h"
 #include "keyframes/gradient_stops.h"
+#include "keyframes/gradient_text.h"
 #include "nearest_name.h"
 #include "parameter_values.h"
 
@@ -45,6 +46,11 @@ std::optional<int32_t> Colour(const Json& value) {
 
 std::string NoColour(const Json& value) {
   return "give a colour as \"#RRGGBB\" or a number, not " + Shown(value);
+}
+
+std::string NoGradient(const Json& value) {
+  return R"(give a gradient as a list of stops, or as a text like "2,16711680,0;255,100", not )" +
+         Shown(value);
 }
 
 class Reader {
@@ -176,6 +182,11 @@ class Reader {
     }
     if (const auto beyond = host::BeyondLimits(*parameter_, *read, Shown(value))) {
       Refuse(place, *beyond);
+      return std::nullopt;
+    }
+    const auto* text = std::get_if<std::string>(&*read);
+    if (text != nullptr && !IsOfUse(*parameter_, *text)) {
+      Refuse(place, NoGradient(value));
       return std::nullopt;
     }
     return read;
