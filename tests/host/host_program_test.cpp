@@ -298,6 +298,45 @@ TEST_F(KrvProgram, CheckOfWarningsAloneIsCode0) {
   EXPECT_THAT(outcome.output, HasSubstr("warning: /quality"));
 }
 
+constexpr char kWobble[] =
+    "\"params\": [\n{\"name\": \"wobble\", \"type\": 5, \"default_value\": 1}]";
+
+TEST_F(KrvProgram, CheckWarnsOfAParameterThatNoShaderReads) {
+  WritePackage("p", "fx", kSound, kWobble);
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.output, Utf8(Path("p/description.json")) +
+                                ":8: warning: /params/0/name: no shader reads \"wobble\": declare "
+                                "\"uniform float wobble\" in one, or remove the parameter\n" +
+                                Utf8(Path("p")) + ": ok\n");
+  EXPECT_EQ(outcome.error_output, "");
+}
+
+TEST_F(KrvProgram, CheckAsJsonHoldsAParameterThatNoShaderReads) {
+  WritePackage("p", "fx", kSound, kWobble);
+  const Outcome outcome = Run("check --json " + Quoted("p"));
+  EXPECT_EQ(outcome.code, 0);
+  const auto list = nlohmann::json::parse(outcome.output);
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0]["ok"], true);
+  ASSERT_EQ(list[0]["findings"].size(), 1u);
+  const auto& finding = list[0]["findings"][0];
+  EXPECT_EQ(finding["severity"], "warning");
+  EXPECT_EQ(finding["file"], Utf8(Path("p/description.json")));
+  EXPECT_EQ(finding["line"], 8);
+  EXPECT_EQ(finding["pointer"], "/params/0/name");
+  EXPECT_THAT(finding["message"].get<std::string>(), StartsWith("no shader reads \"wobble\""));
+}
+
+// What does not work is said first.
+TEST_F(KrvProgram, CheckOfABrokenShaderDoesNotWarnOfParameters) {
+  WritePackage("p", "fx", kBrokenInLine3, kWobble);
+  const Outcome outcome = Check("p");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.output, HasSubstr(Utf8(Path("p/a.frag")) + ":3: error: "));
+  EXPECT_THAT(outcome.output, Not(HasSubstr("wobble")));
+}
+
 // A package that is broken is tried in copies.
 TEST_F(KrvProgram, AnInterruptOfACheckLeavesNoCopies) {
   for (int i = 0; i < 30; ++i) {

@@ -3,6 +3,7 @@
 #include "check/description_document.h"
 #include "check/description_lint.h"
 #include "check/effect_check.h"
+#include "check/unread_parameters.h"
 #include "package_files.h"
 #include "utf8_path.h"
 
@@ -15,6 +16,7 @@ Findings PackageChecker::Check(const std::filesystem::path& folder) {
   LintDescription(*document, folder, &findings);
   CheckName(*document, folder, &findings);
   CheckEffect(plugin_, *document, folder, &findings);
+  if (!HasErrors(findings)) LintUnreadParameters(*document, folder, &findings);
   return findings;
 }
 
