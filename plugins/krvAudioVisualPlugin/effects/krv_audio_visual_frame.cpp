@@ -57,6 +57,7 @@ int32_t KRVAudioVisual::Process(EffectContext& context) {
   times_.Start();
   const bool inputs_were_cleared = inputs_.images.empty();
   StoreParameters(context);
+  blends_by_default_ = BlendsByDefault();
   times_.Mark("parameters");
   GatherInputs(context, gathered_);
   mask_.release();
@@ -66,7 +67,6 @@ int32_t KRVAudioVisual::Process(EffectContext& context) {
     LogToHost(kLogError, "Input size error");
     return kFailed;
   }
-  blends_by_default_ = BlendsByDefault();
   const int32_t code = Traits().original ? RenderStraight(context) : RenderAndLayOver(context);
   times_.Log();
   return code;
