@@ -270,6 +270,42 @@ TEST_F(KeyframeFile, WhatIsWrittenIsMadeForPeople) {
 )");
 }
 
+TEST_F(KeyframeFile, RemarksAreWrittenAsTheyStood) {
+  const std::string text = R"({
+  "$schema": "../params.schema.json",
+  "$comment": {"by":  [1.0, 1e3, "\u00e9\/", "}"]},
+  "color": "#FF8000",
+  "$gain": "up, then\n down",
+  "gain": [
+    {"frame": 0, "value": 0, "to": "hold", "$comment": "the first beat", "$n":1.50},
+    {"time": 1.5, "value": 1}
+  ],
+  "mirror": [
+    {"time": 0.5, "value": true, "$comment": "alone"}
+  ],
+  "$end": null
+}
+)";
+  EXPECT_EQ(KeyframeText(ReadWell(text)), text);
+}
+
+TEST_F(KeyframeFile, RemarksStayInFrontOfTheirParameters) {
+  auto tracks = ReadWell(R"({"$first": 1, "mirror": true, "$of count": 2, "count": 7,
+                             "$of gain": 3, "gain": 1, "$last": 4})");
+  EXPECT_EQ(KeyframeText(tracks),
+            "{\n  \"$first\": 1,\n  \"$of count\": 2,\n  \"count\": 7,\n  \"$of gain\": 3,\n"
+            "  \"gain\": 1,\n  \"mirror\": true,\n  \"$last\": 4\n}\n");
+  tracks.Remove("count");
+  EXPECT_EQ(KeyframeText(tracks),
+            "{\n  \"$first\": 1,\n  \"$of gain\": 3,\n  \"gain\": 1,\n  \"mirror\": true,\n"
+            "  \"$of count\": 2,\n  \"$last\": 4\n}\n");
+}
+
+TEST_F(KeyframeFile, RemarksAloneAreWrittenToo) {
+  EXPECT_EQ(KeyframeText(ReadWell("\xEF\xBB\xBF{\"\\u0024schema\":\"a\"}")),
+            "{\n  \"\\u0024schema\":\"a\"\n}\n");
+}
+
 TEST_F(KeyframeFile, AnEmptySetIsWrittenAsAnEmptyFile) {
   EXPECT_TRUE(ReadWell(KeyframeText(ParameterTracks())).tracks().empty());
 }

@@ -5,6 +5,19 @@
 namespace krv::tool {
 namespace {
 
+TEST(JsonPlaces, NamesTheMembersOfAnObjectInOrder) {
+  const JsonPlaces places(R"({ "b" : [1, {"c": "}"}], "\u0061":2,"b": "x" })");
+  std::vector<std::string> found;
+  for (const auto& member : places.MembersOf(places.Whole())) {
+    found.push_back(member.name + "|" + std::string(places.Text(member.whole)) + "|" +
+                    std::string(places.Text(member.value)));
+  }
+  EXPECT_EQ(found, (std::vector<std::string>{R"(b|"b" : [1, {"c": "}"}]|[1, {"c": "}"}])",
+                                             R"(a|"\u0061":2|2)", R"(b|"b": "x"|"x")"}));
+  EXPECT_TRUE(JsonPlaces("[1]").MembersOf({0, 3}).empty());
+  EXPECT_TRUE(JsonPlaces("{ }").MembersOf({0, 3}).empty());
+}
+
 TEST(SetJsonMember, ReplacesAValueAndNothingElse) {
   EXPECT_EQ(SetJsonMember("{ \"a\" : 1,\r\n\t\"b\":[1, {\"a\": 2}] }\n", "a", "\"x\""),
             "{ \"a\" : \"x\",\r\n\t\"b\":[1, {\"a\": 2}] }\n");

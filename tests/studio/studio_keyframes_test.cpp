@@ -16,6 +16,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 constexpr char kHeight[] = "spectrum_minimum_height";
 
@@ -198,8 +199,9 @@ TEST_F(StudioKeyframes, OfAChosenParameterOnlyItsKeysAreMeant) {
 
 TEST_F(StudioKeyframes, AFileIsLoadedAtTheStartAndSavedAgain) {
   const auto file = Path("params.json");
-  host::WriteFile(file, R"({"spectrum_count": 40, "spectrum_minimum_height": [
-    {"time": 0, "value": 10}, {"frame": 8, "value": 50, "to": "hold"}]})");
+  host::WriteFile(file, R"({"$schema": "here.json", "spectrum_count": 40,
+    "spectrum_minimum_height": [
+      {"time": 0, "value": 10}, {"frame": 8, "value": 50, "to": "hold", "$comment": "up"}]})");
   Open(OpenFile(MakeClip()), false, file);
   EXPECT_THAT(Frames(), ElementsAre(0, 8));
   EXPECT_THAT(Frames("spectrum_count"), IsEmpty());
@@ -211,7 +213,10 @@ TEST_F(StudioKeyframes, AFileIsLoadedAtTheStartAndSavedAgain) {
   EXPECT_TRUE(studio().KeyframesUnsaved());
   hand_->Click("save_keyframes");
   EXPECT_FALSE(studio().KeyframesUnsaved());
-  EXPECT_THAT(host::ReadFile(file), HasSubstr("{\"frame\": 4, \"value\": 30}"));
+  const std::string saved = host::ReadFile(file);
+  EXPECT_THAT(saved, HasSubstr("{\"frame\": 4, \"value\": 30}"));
+  EXPECT_THAT(saved, StartsWith("{\n  \"$schema\": \"here.json\",\n"));
+  EXPECT_THAT(saved, HasSubstr("\"to\": \"hold\", \"$comment\": \"up\"}"));
 }
 
 TEST_F(StudioKeyframes, AFileWithErrorsIsRefusedWithItsLine) {

@@ -244,6 +244,30 @@ TEST_F(StudioKeys, EverythingThatDiffersFromTheDefaultsIsSavedAndRead) {
   EXPECT_THAT(Frames(), ElementsAre(10, 25));
 }
 
+TEST_F(StudioKeys, RemarksOfTheFileAndOfKeysStay) {
+  Load(R"({"$schema": "params.schema.json", "$comment": "mine",
+           "gain": [{"time": 0, "value": 20, "$comment": "a"},
+                    {"time": 2.06, "value": 40, "$comment": "b"}],
+           "count": [{"frame": 5, "value": 3, "$comment": "c"}]})");
+  sheet_.Set(gain(), 0, 30.0f);
+  sheet_.Set(gain(), 21, 60.0f);  // in place of the key between the frames
+  sheet_.MoveKeys("gain", 0, 10);
+  Put(30, 80);
+  EXPECT_EQ(Text(),
+            "{\n"
+            "  \"$schema\": \"params.schema.json\",\n"
+            "  \"$comment\": \"mine\",\n"
+            "  \"count\": [\n"
+            "    {\"frame\": 5, \"value\": 3, \"$comment\": \"c\"}\n"
+            "  ],\n"
+            "  \"gain\": [\n"
+            "    {\"frame\": 10, \"value\": 30, \"$comment\": \"a\"},\n"
+            "    {\"frame\": 21, \"value\": 60, \"$comment\": \"b\"},\n"
+            "    {\"frame\": 30, \"value\": 80}\n"
+            "  ]\n"
+            "}\n");
+}
+
 TEST_F(StudioKeys, KeysOfParametersThatAreGoneOrOthersNowGo) {
   Put(10, 20);
   Put(20, 80);

@@ -22,15 +22,23 @@ JsonPlaces::Span JsonPlaces::Whole() const {
   return ValueAt(SkipSpace(start));
 }
 
-std::optional<JsonPlaces::Span> JsonPlaces::Member(Span object, std::string_view name) const {
-  std::optional<Span> found;
-  if (text_[object.begin] != '{') return found;
+JsonPlaces::Members JsonPlaces::MembersOf(Span object) const {
+  Members members;
+  if (text_[object.begin] != '{') return members;
   size_t at = SkipSpace(object.begin + 1);
   while (text_[at] == '"') {
     const Span key = ValueAt(at);
     const Span value = ValueAt(SkipSpace(SkipSpace(key.end) + 1));
-    if (json::parse(Text(key)).get<std::string>() == name) found = value;
+    members.push_back({json::parse(Text(key)).get<std::string>(), {key.begin, value.end}, value});
     at = Next(value);
+  }
+  return members;
+}
+
+std::optional<JsonPlaces::Span> JsonPlaces::Member(Span object, std::string_view name) const {
+  std::optional<Span> found;
+  for (const NamedValue& member : MembersOf(object)) {
+    if (member.name == name) found = member.value;
   }
   return found;
 }

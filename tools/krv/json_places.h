@@ -17,11 +17,21 @@ class JsonPlaces {
     size_t end = 0;
   };
 
+  struct NamedValue {
+    std::string name;
+    Span whole;  // from the name to the end of the value
+    Span value;
+  };
+  using Members = std::vector<NamedValue>;
+
   explicit JsonPlaces(std::string_view text) : text_(text) {}
 
   std::string_view Text(Span span) const { return text_.substr(span.begin, span.end - span.begin); }
 
   Span Whole() const;
+
+  // In order, several of a name too. None when `object` is none.
+  Members MembersOf(Span object) const;
 
   // The value of the object's last member of that name, as parsers take it. Nothing when there is
   // none, or `object` is none.

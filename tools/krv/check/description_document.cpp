@@ -198,7 +198,8 @@ std::optional<DescriptionDocument> DescriptionDocument::Read(const std::filesyst
     findings->push_back({.file = document.file_, .message = "the file is empty or unreadable"});
     return std::nullopt;
   }
-  const std::string text = content.str();
+  document.text_ = content.str();
+  const std::string& text = document.text_;
   int line = 1;
   Placer placer(&line, &document.lines_);
   Json::sax_parse(LineIterator(text.data(), &line), LineIterator(text.data() + text.size(), &line),

@@ -25,11 +25,15 @@ class DescriptionDocument {
 
   const nlohmann::ordered_json& json() const { return json_; }
 
+  // As the file has it.
+  const std::string& text() const { return text_; }
+
   // A finding about the value at a JSON pointer, at its line.
   Finding At(const std::string& pointer, Severity severity, std::string message) const;
 
  private:
   std::string file_;
+  std::string text_;
   nlohmann::ordered_json json_;
   std::map<std::string, int> lines_;  // by JSON pointer
 };

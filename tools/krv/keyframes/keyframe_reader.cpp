@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "check/description_document.h"
+#include "json_places.h"
 #include "keyframes/gradient_stops.h"
 #include "keyframes/gradient_text.h"
+#include "keyframes/remarks.h"
 #include "nearest_name.h"
 #include "parameter_values.h"
 
@@ -56,7 +58,11 @@ std::string NoGradient(const Json& value) {
 class Reader {
  public:
   Reader(const DescriptionDocument& document, const host::FrameRate& rate, Findings* findings)
-      : document_(document), rate_(rate), findings_(findings) {}
+      : document_(document),
+        places_(document.text()),
+        members_(places_.MembersOf(places_.Whole())),
+        rate_(rate),
+        findings_(findings) {}
 
   ParameterTracks Read(const host::EffectListing& effect) {
     ParameterTracks tracks;
@@ -65,7 +71,7 @@ class Reader {
       return tracks;
     }
     for (const auto& [name, value] : document_.json().items()) {
-      if (name.starts_with('$')) continue;
+      if (IsRemark(name)) continue;
       const ParameterListing* parameter = effect.Find(name);
       if (parameter == nullptr) {
         Refuse(Pointer() / name, host::UnknownParameter(effect, name));
@@ -74,6 +80,7 @@ class Reader {
       parameter_ = parameter;
       if (auto track = ReadTrack(value, Pointer() / name)) tracks.Set(name, std::move(*track));
     }
+    tracks.SetRemarks(FileRemarksAmong(members_, places_));
     return tracks;
   }
 
@@ -86,7 +93,7 @@ class Reader {
   void RefuseUnknownKeys(const Json& object, const Pointer& place, const char* owner,
                          const std::vector<std::string>& known) {
     for (const auto& [key, value] : object.items()) {
-      if (key.starts_with('$') || std::find(known.begin(), known.end(), key) != known.end()) {
+      if (IsRemark(key) || std::find(known.begin(), known.end(), key) != known.end()) {
         continue;
       }
       const auto nearest = host::NearestName(key, known);
@@ -119,7 +126,25 @@ class Reader {
              "is earlier than the key in front of it; put the keys in order of time");
       return std::nullopt;
     }
+    TakeRemarks(value, &keys);
     return Track(parameter_->kind, std::move(keys), rate_);
+  }
+
+  // Of the parameter's list of keys, for each of `keys` the remarks in it.
+  void TakeRemarks(const Json& list, std::vector<Key>* keys) const {
+    const bool has_some = std::any_of(list.begin(), list.end(), [](const Json& key) {
+      const auto names = key.items();
+      return std::any_of(names.begin(), names.end(),
+                         [](const auto& member) { return IsRemark(member.key()); });
+    });
+    if (!has_some) return;
+    const auto member =
+        std::find_if(members_.rbegin(), members_.rend(),
+                     [this](const auto& candidate) { return candidate.name == parameter_->name; });
+    const auto elements = places_.Elements(member->value);
+    for (size_t i = 0; i < elements.size(); ++i) {
+      (*keys)[i].remarks = RemarksAmong(places_.MembersOf(elements[i]), places_);
+    }
   }
 
   std::optional<Key> ReadKey(const Json& value, const Pointer& place) {
@@ -256,6 +281,8 @@ class Reader {
   }
 
   const DescriptionDocument& document_;
+  const JsonPlaces places_;
+  const JsonPlaces::Members members_;
   const host::FrameRate rate_;
   Findings* findings_;
   const ParameterListing* parameter_ = nullptr;

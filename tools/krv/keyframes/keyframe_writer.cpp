@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <vector>
 
 #include "keyframes/gradient_stops.h"
 #include "parameter_text.h"
@@ -66,13 +68,22 @@ const char* WayText(Way way) {
   }
 }
 
+std::string KeyText(ParameterKind kind, const Key& key) {
+  std::string text =
+      "{" + TimeText(key.at) + ", \"value\": " + ValueText(kind, key.value) + WayText(key.to_next);
+  for (const Remark& remark : key.remarks) text += ", " + remark;
+  return text + "}";
+}
+
 std::string TrackText(const Track& track) {
-  if (track.keys().size() == 1) return ValueText(track.kind(), track.keys().front().value);
+  const Key& first = track.keys().front();
+  if (track.keys().size() == 1 && first.remarks.empty()) {
+    return ValueText(track.kind(), first.value);
+  }
   std::string text = "[";
   const char* separator = "\n";
   for (const Key& key : track.keys()) {
-    text += separator + ("    {" + TimeText(key.at)) +
-            ", \"value\": " + ValueText(track.kind(), key.value) + WayText(key.to_next) + "}";
+    text += separator + ("    " + KeyText(track.kind(), key));
     separator = ",\n";
   }
   return text + "\n  ]";
@@ -81,10 +92,25 @@ std::string TrackText(const Track& track) {
 }  // namespace
 
 std::string KeyframeText(const ParameterTracks& tracks) {
+  std::vector<std::string> members;
+  const auto add_remarks = [&](const std::optional<std::string>& before) {
+    for (const FileRemark& remark : tracks.remarks()) {
+      if (remark.before == before) members.push_back(remark.remark);
+    }
+  };
+  add_remarks({});
+  for (const auto& [name, track] : tracks.tracks()) {
+    add_remarks(name);
+    members.push_back(Quoted(name) + ": " + TrackText(track));
+  }
+  for (const FileRemark& remark : tracks.remarks()) {
+    const bool is_last = remark.before && !tracks.tracks().contains(*remark.before);
+    if (is_last) members.push_back(remark.remark);
+  }
   std::string text = "{";
   const char* separator = "\n";
-  for (const auto& [name, track] : tracks.tracks()) {
-    text += separator + ("  " + Quoted(name)) + ": " + TrackText(track);
+  for (const std::string& member : members) {
+    text += separator + ("  " + member);
     separator = ",\n";
   }
   return text + "\n}\n";

@@ -6,7 +6,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "keyframes/remarks.h"
 #include "keyframes/track.h"
 #include "parameter_values.h"
 
@@ -19,12 +22,17 @@ class ParameterTracks final : public host::ParameterSource {
   }
   void Remove(std::string_view name);
 
+  // Of the file that the values are from.
+  void SetRemarks(std::vector<FileRemark> remarks) { remarks_ = std::move(remarks); }
+
   std::optional<host::HostValue> ValueAt(std::string_view name, int64_t position) const override;
 
   const std::map<std::string, Track, std::less<>>& tracks() const { return tracks_; }
+  const std::vector<FileRemark>& remarks() const { return remarks_; }
 
  private:
   std::map<std::string, Track, std::less<>> tracks_;
+  std::vector<FileRemark> remarks_;
 };
 
 // Values of one source, and of another where the first has none. Borrows both.

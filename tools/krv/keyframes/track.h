@@ -7,6 +7,7 @@
 
 #include "keyframes/gradient_stops.h"
 #include "keyframes/mixing.h"
+#include "keyframes/remarks.h"
 #include "media/frame_rate.h"
 #include "parameter_values.h"
 
@@ -30,6 +31,7 @@ struct Key {
   KeyTime at;
   host::HostValue value;
   Way to_next = Way::kLinear;
+  std::vector<Remark> remarks = {};
 
   bool operator==(const Key&) const = default;
 };

@@ -89,10 +89,14 @@ void KeySheet::Put(const host::ParameterListing& parameter, int64_t frame, host:
   if (exact != keys.rend()) {
     exact->value = std::move(value);
   } else {
+    tool::Key put{AtFrame(frame), std::move(value), before};
+    for (const tool::Key& key : keys) {
+      if (FrameOf(key) == frame && !key.remarks.empty()) put.remarks = key.remarks;
+    }
     std::erase_if(keys, [&](const tool::Key& key) { return FrameOf(key) == frame; });
     const auto next = std::find_if(keys.begin(), keys.end(),
                                    [&](const tool::Key& key) { return FrameOf(key) > frame; });
-    keys.insert(next, {AtFrame(frame), std::move(value), before});
+    keys.insert(next, std::move(put));
   }
   Set(parameter.name, parameter.kind, std::move(keys));
 }

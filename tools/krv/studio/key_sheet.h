@@ -35,7 +35,8 @@ class KeySheet {
   // where they differ.
   std::optional<tool::Way> WayFrom(std::string_view name, int64_t frame) const;
 
-  // Sets the value at a frame. A new key goes on as the one before it does.
+  // Sets the value at a frame. A new key goes on as the one before it does, and has the remarks of
+  // one that it replaces.
   void Put(const host::ParameterListing& parameter, int64_t frame, host::HostValue value);
   // For the key that WayAt tells of.
   void SetWay(std::string_view name, int64_t frame, tool::Way way);

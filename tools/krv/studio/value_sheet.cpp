@@ -64,8 +64,9 @@ void ValueSheet::Load(const tool::ParameterTracks& tracks) {
   constants_.ResetAll();
   tool::ParameterTracks moving = tracks;
   for (const auto& [name, track] : tracks.tracks()) {
-    if (track.keys().size() > 1) continue;
-    constants_.Set(*constants_.effect().Find(name), track.keys().front().value);
+    const tool::Key& first = track.keys().front();
+    if (track.keys().size() > 1 || !first.remarks.empty()) continue;
+    constants_.Set(*constants_.effect().Find(name), first.value);
     moving.Remove(name);
   }
   keys_.Load(std::move(moving));

@@ -39,7 +39,8 @@ class ValueSheet {
 
   // Everything that differs from the package's defaults, constant values as tracks of one key.
   tool::ParameterTracks Tracks() const;
-  // The reverse: tracks of one key become constant values.
+  // The reverse: tracks of one key become constant values, unless it has remarks. Those of the file
+  // stay with the values from then on.
   void Load(const tool::ParameterTracks& tracks);
 
   // Another number after every change of a value.
