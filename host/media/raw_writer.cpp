@@ -1,5 +1,6 @@
 #include "media/raw_writer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "media/media_error.h"
@@ -31,14 +32,20 @@ void RawWriter::Open(const std::string& url) {
 
 void RawWriter::Check() const { CheckAv(file_->error, name_); }
 
+// A file refuses more at once than it says.
+void RawWriter::Put(const uint8_t* bytes, int count) {
+  const int most = file_->max_packet_size > 0 ? file_->max_packet_size : count;
+  for (int done = 0; done < count; done += most) {
+    avio_write(file_.get(), bytes + done, std::min(most, count - done));
+  }
+}
+
 void RawWriter::Write(const Picture& picture, const std::vector<int16_t>&) {
   const int row_bytes = picture.width() * 4;
   if (picture.stride() == row_bytes) {
-    avio_write(file_.get(), picture.Row(0), row_bytes * picture.height());
+    Put(picture.Row(0), row_bytes * picture.height());
   } else {
-    for (int y = 0; y < picture.height(); ++y) {
-      avio_write(file_.get(), picture.Row(y), row_bytes);
-    }
+    for (int y = 0; y < picture.height(); ++y) Put(picture.Row(y), row_bytes);
   }
   Check();
 }

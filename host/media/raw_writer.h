@@ -1,6 +1,7 @@
 // Pictures as they are, without sound, for other programs.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -34,6 +35,7 @@ class RawWriter final : public FrameSink {
   };
 
   void Open(const std::string& url);
+  void Put(const uint8_t* bytes, int count);
   void Check() const;  // throws when a write has failed
 
   std::string name_;
