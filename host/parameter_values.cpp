@@ -7,6 +7,7 @@
 #include <limits>
 #include <vector>
 
+#include "gradient_text.h"
 #include "nearest_name.h"
 
 namespace krv::host {
@@ -139,6 +140,14 @@ std::optional<HostValue> ParseParameterValue(const ParameterListing& parameter,
   }
   if (auto beyond = BeyondLimits(parameter, *value, text)) {
     *error = std::move(*beyond);
+    return std::nullopt;
+  }
+  if (!IsOfUse(parameter, text)) {
+    *error =
+        "parameter " + Quoted(parameter.name) +
+        " wants a gradient such as \"2,16711680,0;255,100\" (how many stops, then the colour and "
+        "the place of each), not " +
+        Quoted(text);
     return std::nullopt;
   }
   return value;

@@ -32,7 +32,7 @@ class ParameterValues final : public ParameterSource {
   //   int, float   a decimal number
   //   bool         true, false, yes, no, on, off, 1, 0
   //   colour       #RRGGBB, 0xRRGGBB or a decimal number
-  //   text         everything after the first "="
+  //   text         everything after the first "="; of a gradient one that makes one, or nothing
   bool Assign(const EffectListing& effect, std::string_view assignment, std::string* error);
 
   // Sets a value without looking at an announcement.

@@ -55,6 +55,20 @@ TEST(HostParameterValues, ReadsEachKind) {
   ExpectValue("gradient=a=b", std::string("a=b"));
 }
 
+TEST(HostParameterValues, RefusesTextsThatAreNoGradientWhereOneBelongs) {
+  EffectListing effect;
+  effect.parameters = {{.name = "gradient_color", .label = "Gradient", .kind = kKindText}};
+  ParameterValues values;
+  std::string error;
+  EXPECT_TRUE(values.Assign(effect, "gradient_color=2,16711680,0;255,100", &error)) << error;
+  EXPECT_TRUE(values.Assign(effect, "gradient_color=", &error)) << error;
+  for (const char* text : {"hello", "two,1,0"}) {
+    EXPECT_FALSE(values.Assign(effect, std::string("gradient_color=") + text, &error)) << text;
+    EXPECT_THAT(error, HasSubstr("\"gradient_color\" wants a gradient such as \"2,16711680,0;"));
+    EXPECT_THAT(error, HasSubstr(std::string("not \"") + text + "\""));
+  }
+}
+
 TEST(HostParameterValues, ReadsEveryFormOfABoolean) {
   for (const char* yes : {"true", "yes", "on", "1"})
     ExpectValue(std::string("mirror=") + yes, true);

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "check/description_document.h"
+#include "gradient_text.h"
 #include "json_places.h"
 #include "keyframes/gradient_stops.h"
-#include "keyframes/gradient_text.h"
 #include "keyframes/remarks.h"
 #include "nearest_name.h"
 #include "parameter_values.h"
@@ -210,7 +210,7 @@ class Reader {
       return std::nullopt;
     }
     const auto* text = std::get_if<std::string>(&*read);
-    if (text != nullptr && !IsOfUse(*parameter_, *text)) {
+    if (text != nullptr && !host::IsOfUse(*parameter_, *text)) {
       Refuse(place, NoGradient(value));
       return std::nullopt;
     }

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "keyframes/gradient_text.h"
+#include "gradient_text.h"
 #include "parameter_text.h"
 #include "studio/key_toggle.h"
 #include "studio/widgets.h"
@@ -191,7 +191,7 @@ void ParameterPanel::DrawText(const Ui& ui, const ParameterListing& parameter, f
   }
   ImGui::SetNextItemWidth(width);
   // What is typed half, or is no gradient, would make frames fail and its file unreadable.
-  if (ImGui::InputText("##text", &text) && tool::IsOfUse(parameter, text)) {
+  if (ImGui::InputText("##text", &text) && host::IsOfUse(parameter, text)) {
     ui.studio.SetValue(parameter, text);
   }
   ui.marks.SetItem(IdOf(parameter));

@@ -1,4 +1,4 @@
-#include "keyframes/gradient_text.h"
+#include "gradient_text.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "effects/gradient.h"
 
-namespace krv::tool {
+namespace krv::host {
 namespace {
 
 // Whether the plug-in's own reader makes a gradient of it.
@@ -57,7 +57,7 @@ TEST(GradientText, MakesNoneWhereThePlugInFailsOrPassesItOver) {
 }
 
 TEST(GradientText, IsOfUseWhereItMakesAGradientOrIsWhatPackagesComeWith) {
-  const host::ParameterListing gradient{
+  const ParameterListing gradient{
       .name = "gradient_color", .label = "", .kind = kKindText, .default_text = "none"};
   EXPECT_TRUE(IsOfUse(gradient, "2,255,0;0,100"));
   EXPECT_TRUE(IsOfUse(gradient, ""));
@@ -68,4 +68,4 @@ TEST(GradientText, IsOfUseWhereItMakesAGradientOrIsWhatPackagesComeWith) {
 }
 
 }  // namespace
-}  // namespace krv::tool
+}  // namespace krv::host

@@ -1,4 +1,4 @@
-#include "keyframes/gradient_text.h"
+#include "gradient_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,7 +7,7 @@
 
 #include "text_pieces.h"
 
-namespace krv::tool {
+namespace krv::host {
 namespace {
 
 constexpr std::string_view kGradientName = "gradient_color";
@@ -39,9 +39,9 @@ bool MakesGradient(std::string_view text) {
   return true;
 }
 
-bool IsOfUse(const host::ParameterListing& parameter, std::string_view text) {
+bool IsOfUse(const ParameterListing& parameter, std::string_view text) {
   if (parameter.kind != kKindText || parameter.name != kGradientName) return true;
   return text.empty() || text == parameter.default_text || MakesGradient(text);
 }
 
-}  // namespace krv::tool
+}  // namespace krv::host
