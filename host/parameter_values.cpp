@@ -9,6 +9,7 @@
 
 #include "gradient_text.h"
 #include "nearest_name.h"
+#include "text_pieces.h"
 
 namespace krv::host {
 namespace {
@@ -23,16 +24,6 @@ std::string LimitText(ParameterKind kind, double limit) {
                            ? std::to_chars(text.data(), end, static_cast<float>(limit))
                            : std::to_chars(text.data(), end, limit);
   return {text.data(), written.ptr};
-}
-
-// The whole of `text` as a number of type T, or nothing.
-template <class T, class... Base>
-std::optional<T> ParseNumber(std::string_view text, Base... base) {
-  T value{};
-  const char* end = text.data() + text.size();
-  const auto [stop, code] = std::from_chars(text.data(), end, value, base...);
-  if (code != std::errc() || stop != end) return std::nullopt;
-  return value;
 }
 
 std::optional<bool> ParseBool(std::string_view text) {
@@ -68,7 +59,7 @@ const char* Wanted(ParameterKind kind) {
 std::optional<HostValue> Parse(ParameterKind kind, std::string_view text) {
   switch (kind) {
     case kKindInt:
-      return ParseNumber<int32_t>(text, 10);
+      return ParseNumber<int32_t>(text);
     case kKindFloat:
       return ParseFloat(text);
     case kKindBool:
@@ -97,7 +88,7 @@ std::optional<int32_t> ParseColour(std::string_view text) {
   } else if (text.starts_with("0x") || text.starts_with("0X")) {
     colour = ParseNumber<uint32_t>(text.substr(2), 16);
   } else {
-    colour = ParseNumber<uint32_t>(text, 10);
+    colour = ParseNumber<uint32_t>(text);
   }
   if (!colour || *colour > 0xFFFFFF) return std::nullopt;
   return static_cast<int32_t>(*colour);

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace krv {
+namespace krv::host {
 
 // The part in front of the separator, or everything; `rest` keeps what follows.
 inline std::string_view TakeUntil(char separator, std::string_view* rest) {
@@ -16,14 +16,15 @@ inline std::string_view TakeUntil(char separator, std::string_view* rest) {
   return taken;
 }
 
-// The number that the whole text is, whatever the locale; nothing for anything else.
-template <class Number>
-std::optional<Number> ParseNumber(std::string_view text) {
+// The number that the whole text is, whatever the locale; nothing for anything else. `base`: of an
+// integer, 10 when left out.
+template <class Number, class... Base>
+std::optional<Number> ParseNumber(std::string_view text, Base... base) {
   Number number{};
   const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  const auto [rest, error] = std::from_chars(text.data(), end, number, base...);
   if (error != std::errc() || rest != end) return std::nullopt;
   return number;
 }
 
-}  // namespace krv
+}  // namespace krv::host

@@ -32,7 +32,7 @@ void RawWriter::Open(const std::string& url) {
 
 void RawWriter::Check() const { CheckAv(file_->error, name_); }
 
-// A file refuses more at once than it says.
+// A file says how much it takes at once, and refuses more.
 void RawWriter::Put(const uint8_t* bytes, int count) {
   const int most = file_->max_packet_size > 0 ? file_->max_packet_size : count;
   for (int done = 0; done < count; done += most) {

@@ -3,6 +3,7 @@
 #include "effects/program_builder.h"
 
 namespace krv {
+
 EffectTraits ReadTraits(const EffectDescription& description) {
   // The blend program is drawn with the package's vertex shader, which may place it anywhere.
   const bool covers_frame = description.VertexShaderPaths().empty();

@@ -1,25 +1,16 @@
 #include "check/description_lint.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 #include "check/package_entry.h"
 #include "check/parameter_lint.h"
 #include "check/unknown_keys.h"
 #include "platform/file_system.h"
+#include "shaders/builtin_shaders.h"
 #include "utf8_path.h"
 
 namespace krv::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr std::array<std::string_view, 3> kBuiltinShaders = {
-    "audio_visualization_geometry.frag",
-    "audio_visualization_halo_geometry.frag",
-    "audio_visualization_halo_spectrum.frag",
-};
 
 const std::vector<std::string>& Keys() {
   static const std::vector<std::string> keys = {
@@ -30,8 +21,7 @@ const std::vector<std::string>& Keys() {
 }
 
 bool HasBuiltinName(const std::string& entry) {
-  const std::string_view name = BuiltinName(entry);
-  return std::find(kBuiltinShaders.begin(), kBuiltinShaders.end(), name) != kBuiltinShaders.end();
+  return FindBuiltinShader(BuiltinName(entry)).has_value();
 }
 
 class DescriptionLint {

@@ -8,14 +8,14 @@
 
 namespace krv::tool {
 std::optional<std::string> GradientCss(std::string_view text) {
-  const auto count = ParseNumber<int>(TakeUntil(',', &text));
+  const auto count = host::ParseNumber<int>(host::TakeUntil(',', &text));
   if (!count || *count < 2) return std::nullopt;
   std::string css = "linear-gradient(90deg";
   int stops = 0;
   while (!text.empty()) {
-    std::string_view stop = TakeUntil(';', &text);
-    const auto colour = ParseNumber<int32_t>(TakeUntil(',', &stop));
-    const auto position = ParseNumber<float>(stop);
+    std::string_view stop = host::TakeUntil(';', &text);
+    const auto colour = host::ParseNumber<int32_t>(host::TakeUntil(',', &stop));
+    const auto position = host::ParseNumber<float>(stop);
     if (!colour || *colour < 0 || *colour > 0xFFFFFF) return std::nullopt;
     if (!position || !std::isfinite(*position)) return std::nullopt;
     css += "," + NumberText(kKindColor, *colour) + " " + NumberText(kKindFloat, *position) + "%";

@@ -10,19 +10,19 @@ namespace krv::tool {
 namespace {
 
 std::optional<GradientStop> ParseStop(std::string_view text) {
-  const auto colour = ParseNumber<uint32_t>(TakeUntil(',', &text));
-  const auto position = ParseNumber<float>(text);
+  const auto colour = host::ParseNumber<uint32_t>(host::TakeUntil(',', &text));
+  const auto position = host::ParseNumber<float>(text);
   if (!colour || *colour > 0xFFFFFF) return std::nullopt;
   if (!position || !(*position >= 0 && *position <= 100)) return std::nullopt;
   return GradientStop{*colour, *position};
 }
 
 std::optional<GradientStops> ParseStops(std::string_view text) {
-  const auto count = ParseNumber<size_t>(TakeUntil(',', &text));
+  const auto count = host::ParseNumber<size_t>(host::TakeUntil(',', &text));
   if (!count || *count < kFewestStops || *count > kMostStops) return std::nullopt;
   GradientStops stops;
   while (!text.empty()) {
-    const auto stop = ParseStop(TakeUntil(';', &text));
+    const auto stop = ParseStop(host::TakeUntil(';', &text));
     if (!stop) return std::nullopt;
     stops.push_back(*stop);
   }
